@@ -1,0 +1,10 @@
+#include "DrawCircle.h"
+
+#include <QPainter>
+
+void DrawCircle::draw(QPainter &painter) const
+{
+    painter.setPen(Qt::white);
+    painter.setBrush(Qt::transparent);
+    painter.drawEllipse(rect());
+}

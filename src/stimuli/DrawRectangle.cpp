@@ -1,0 +1,8 @@
+#include "DrawRectangle.h"
+
+#include <QPainter>
+
+void DrawRectangle::draw(QPainter &painter) const
+{
+    painter.fillRect(rect(), Qt::white);
+}
