@@ -1,0 +1,7 @@
+#include "SessionStore.h"
+
+SessionStore &sessionStore()
+{
+    static SessionStore store;
+    return store;
+}

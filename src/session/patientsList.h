@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDate>
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// `../Parameters/patients_list.txt`: one patient a line, fields separated by ";", lines ending in
+/// "\r\n", UTF-8. The first empty line ends the list for every reader.
+namespace patientsList {
+
+enum Field {
+    Gender,
+    LastName,
+    FirstName,
+    DateOfBirth,      ///< dd.MM.yyyy
+    SessionT1,        ///< number of the last finished session; T2 to T7 follow
+    ThresholdS1 = 11, ///< ms, 0: none yet; S2 and S3 follow
+    FieldCount = 14
+};
+inline constexpr int sessionCount = 7;
+
+/// What identifies a patient: last name, first name, date of birth, separated by blanks.
+QString key(const QString &lastName, const QString &firstName, const QDate &dateOfBirth);
+/// The key of a line; missing fields are empty.
+QString key(const QStringList &fields);
+
+/// Makes an empty list if there is none that can be read.
+void createIfMissing();
+
+/// The lines up to the first empty one, split into fields; nothing if the list can't be opened.
+std::optional<QList<QStringList>> read();
+
+/// The fields of the first line with this key; empty if there is none or the list can't be opened.
+/// Reads no further than that line.
+QStringList find(const QString &patientKey);
+
+/// Appends a new patient with zeros for all numbers and hands it to the disk. Returns the error
+/// string, empty if all went well; the list is then as it was.
+QString append(const QString &gender, const QString &lastName, const QString &firstName,
+               const QDate &dateOfBirth);
+
+/// Writes numbers into fields of every line with this key, and leaves all other lines as they are,
+/// those behind an empty line included. The list is copied to `_patients_list.txt` in the working
+/// directory, flushed to the disk and put in place of the old one in one step. Returns the error
+/// string, empty if all went well; if anything failed the old list stands as it was.
+QString rewritePatientLine(const QString &patientKey, const QMap<int, int> &numbers);
+
+} // namespace patientsList

@@ -1,0 +1,134 @@
+#include "patientsList.h"
+
+#include "DataRoot.h"
+#include "FullDisk.h"
+
+#include <QTest>
+
+// Whatever fails, the list of the patients is never lost.
+
+namespace {
+
+const QString listFile = u"Parameters/patients_list.txt"_qs;
+const QString copyFile = u"bin/_patients_list.txt"_qs;
+const QByteArray list = "Mrs.;Muster;Anna;02.03.1950;1;2;3;4;5;6;7;51;52;53\r\n"_qba
+                        "Mr.;Beispiel;Bruno;11.12.1948;0;0;0;0;0;0;0;0;0;0\r\n"_qba;
+const QByteArray rewrittenList = "Mrs.;Muster;Anna;02.03.1950;2;2;3;4;5;6;7;51;52;53\r\n"_qba
+                                 "Mr.;Beispiel;Bruno;11.12.1948;0;0;0;0;0;0;0;0;0;0\r\n"_qba;
+
+QString rewrite()
+{
+    return patientsList::rewritePatientLine(u"Muster Anna 02.03.1950"_qs,
+                                            {{patientsList::SessionT1, 2}});
+}
+
+QString append()
+{
+    return patientsList::append(u"Mrs."_qs, u"Castel"_qs, u"Clara"_qs, QDate(1961, 6, 30));
+}
+
+} // namespace
+
+class tst_patientsListFailures : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aListThatIsMissingIsNotReplacedByAnEmptyOne()
+    {
+        const DataRoot root;
+        QVERIFY(!rewrite().isEmpty());
+        QVERIFY(!root.exists(listFile));
+        QVERIFY(!root.exists(copyFile));
+    }
+
+    void aListThatCannotBeReadStays()
+    {
+        const DataRoot root;
+        root.block(listFile);
+        QVERIFY(!rewrite().isEmpty());
+        QVERIFY(!append().isEmpty());
+        QVERIFY(!patientsList::read().has_value());
+        QVERIFY(patientsList::find(u"Muster Anna 02.03.1950"_qs).isEmpty());
+        patientsList::createIfMissing();
+        QVERIFY(QFileInfo(root.path(listFile)).isDir());
+        QVERIFY(root.exists(listFile + u"/in the way"_qs));
+        QVERIFY(!root.exists(copyFile));
+    }
+
+    void withoutItsFolderThereIsNoList()
+    {
+        const DataRoot root(DataRoot::Folders::Missing);
+        patientsList::createIfMissing();
+        QVERIFY(!append().isEmpty());
+        QVERIFY(!rewrite().isEmpty());
+        QVERIFY(!root.exists(u"Parameters"_qs));
+    }
+
+    void whenTheCopyCannotBeMadeTheListStays()
+    {
+        const DataRoot root;
+        root.write(listFile, list);
+        root.block(copyFile);
+        QVERIFY(!rewrite().isEmpty());
+        QCOMPARE(root.bytes(listFile), list);
+        root.unblock(copyFile);
+        QCOMPARE(rewrite(), QString());
+        QCOMPARE(root.bytes(listFile), rewrittenList);
+    }
+
+    void whenTheDiskIsFullTheListStaysAndNoHalfCopyIsLeft()
+    {
+        const DataRoot root;
+        root.write(listFile, list);
+        QString error;
+        {
+            const FullDisk disk(60);
+            error = rewrite();
+        }
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(root.bytes(listFile), list);
+        QVERIFY(!root.exists(copyFile));
+    }
+
+    void whenTheDiskIsFullNoHalfPatientIsRegistered()
+    {
+        const DataRoot root;
+        root.write(listFile, list);
+        QString error;
+        {
+            const FullDisk disk(rlim_t(list.size()) + 10);
+            error = append();
+        }
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(root.bytes(listFile), list);
+        QCOMPARE(append(), QString());
+        QCOMPARE(root.bytes(listFile),
+                 list + "Mrs.;Castel;Clara;30.06.1961;0;0;0;0;0;0;0;0;0;0\r\n");
+    }
+
+    void aListOnAnotherFileSystemIsReplacedByWayOfACopyBesideIt()
+    {
+        const DataRoot root(DataRoot::Folders::Missing);
+        const QTemporaryDir memory(u"/dev/shm/kelmoran-XXXXXX"_qs);
+        QVERIFY(memory.isValid());
+        QVERIFY(QFile::link(memory.path(), root.path(u"Parameters"_qs)));
+        root.write(listFile, list);
+        QCOMPARE(rewrite(), QString());
+        QCOMPARE(root.bytes(listFile), rewrittenList);
+        QVERIFY(!root.exists(copyFile));
+        QVERIFY(!root.exists(u"Parameters/_patients_list.txt"_qs));
+    }
+
+    void aListThatIsALinkIntoNowhereIsNotRead()
+    {
+        const DataRoot root;
+        QVERIFY(QFile::link(root.path(u"nowhere/list.txt"_qs), root.path(listFile)));
+        QVERIFY(!patientsList::read().has_value());
+        QVERIFY(!rewrite().isEmpty());
+        QVERIFY(QFileInfo(root.path(listFile)).isSymLink());
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_patientsListFailures)
+#include "tst_patientsListFailures.moc"
