@@ -1,0 +1,196 @@
+#include "TaskDialog.h"
+
+#include "Messages.h"
+#include "Random.h"
+#include "Statistic.h"
+#include "TaskTimer.h"
+#include "TimeSource.h"
+#include "parsed.h"
+#include "randomness.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QScreen>
+
+// Set-up: the dialog, its widgets, and a run's way from the button to the first phase.
+
+TaskDialog::TaskDialog(QWidget *parent)
+    : QDialog(parent)
+    , m_calibration(new Calibration(this))
+    , m_random(new Random(this))
+    , m_statistic(new Statistic(this))
+{
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void TaskDialog::setUpFrame(const TaskWidgets &widgets, const QList<QWidget *> &stimuli)
+{
+    m_widgets = widgets;
+    m_stimuli = stimuli;
+    m_panel.clear();
+    // The panel is every line edit with its label: "le_no" with "lbl_no".
+    for (QLineEdit *edit : findChildren<QLineEdit *>(Qt::FindDirectChildrenOnly)) {
+        m_panel.append(edit);
+        edit->installEventFilter(this);
+        const QString label = QStringLiteral("lbl_") + edit->objectName().sliced(3);
+        if (auto *widget = findChild<QLabel *>(label, Qt::FindDirectChildrenOnly))
+            m_panel.append(widget);
+    }
+
+    connect(widgets.go, &QPushButton::clicked, this, &TaskDialog::toPb_go);
+    connect(widgets.next, &QPushButton::clicked, this, &TaskDialog::toPb_next);
+    connect(widgets.continueButton, &QPushButton::clicked, this, &TaskDialog::toPb_continue);
+    connect(widgets.results, &QPushButton::clicked, this, &TaskDialog::toPb_results);
+    connect(widgets.mainMenu, &QPushButton::clicked, this, &TaskDialog::toPb_mainMenu);
+    connect(widgets.number, &QLineEdit::editingFinished, this, &TaskDialog::toLe_number);
+
+    for (QPushButton *button : findChildren<QPushButton *>())
+        button->setAutoDefault(false); // Return in a line edit presses nothing
+    for (QPushButton *button : {widgets.next, widgets.continueButton})
+        button->setShortcut(Qt::Key_C); // last: a new text would drop it
+}
+
+TaskTimer *TaskDialog::newTimer()
+{
+    return new TaskTimer(this);
+}
+
+QString TaskDialog::translated(const char *text) const
+{
+    // The words of the frame are translated where the task's own are.
+    return QCoreApplication::translate(metaObject()->className(), text);
+}
+
+void TaskDialog::go(const Options &options)
+{
+    takeScreen();
+    setCursor(Qt::ArrowCursor);
+    randomness::seedFromClock();
+
+    m_withInstruction = options.withInstruction;
+    m_withTraining = options.withTraining;
+    m_fixedDuration = options.fixedDuration;
+    m_subtask = options.subtask;
+    m_phase = (options.withInstruction ? 1 : 0) + (options.withTraining ? 2 : 0);
+    m_instructing = options.withInstruction;
+    m_stage = 0;
+    m_logError.clear();
+    m_trialNo = 0;
+    m_trialCount = 0;
+    m_markedError = false;
+    m_duration = msToQtime(0);
+    m_trialStamp = TimeSource::current().currentDateTime();
+    m_widgets.result->clear();
+    m_widgets.rtDelta->clear();
+    resetRun();
+    resetBlock();
+
+    m_centerX = width() / 2;
+    m_centerY = height() / 2;
+    pointAt(centre());
+    placeStimuli();
+    hideStimuli();
+
+    writeDefaults();
+    m_widgets.task->setText(QStringLiteral("%1").arg(m_taskCode));
+    m_widgets.subtask->setText(QStringLiteral("%1").arg(m_subtask));
+    m_widgets.pitch->setText(
+        QStringLiteral("%L1").arg(m_calibration->isHorzPitch() / 1000.0, 8, 'f', 3));
+    updateCycle();
+    showPanel(options.parameters);
+    layOutControls();
+    beginFirstPhase();
+}
+
+void TaskDialog::takeScreen()
+{
+    // Full screen is granted later by the window manager: the size must be right before.
+    setGeometry(QGuiApplication::primaryScreen()->geometry());
+    showFullScreen();
+    raise();
+    activateWindow();
+    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0)"));
+}
+
+void TaskDialog::layOutControls()
+{
+    const QPoint bottomRight(m_centerX + m_layoutHalfW, m_centerY + m_layoutHalfH);
+    for (QPushButton *button : {m_widgets.next, m_widgets.continueButton})
+        button->move(bottomRight.x() - button->width(), bottomRight.y() - button->height());
+    m_widgets.mode->move(m_centerX + m_layoutHalfW - m_widgets.mode->width(),
+                         m_centerY - m_layoutHalfH);
+    m_widgets.instruction->setGeometry(
+        centred(m_widgets.instruction->width(), m_widgets.instruction->height()));
+
+    constexpr int aside = 100;
+    m_widgets.results->setGeometry(
+        centred(m_widgets.results->width(), m_widgets.results->height()).translated(-aside, 0));
+    m_widgets.mainMenu->setGeometry(
+        centred(m_widgets.mainMenu->width(), m_widgets.mainMenu->height()).translated(aside, 0));
+
+    for (QPushButton *button : {m_widgets.results, m_widgets.mainMenu, m_widgets.go, m_widgets.next,
+                                m_widgets.continueButton})
+        button->hide();
+    m_widgets.mode->hide();
+    m_widgets.instruction->hide();
+}
+
+void TaskDialog::showPanel(bool shown)
+{
+    for (QWidget *widget : m_panel)
+        widget->setVisible(shown);
+}
+
+void TaskDialog::setNumber(int number)
+{
+    m_number = number;
+    m_widgets.number->setText(QStringLiteral("%1").arg(number));
+}
+
+void TaskDialog::toLe_number()
+{
+    m_number = parsed::toInt(m_widgets.number->text());
+}
+
+void TaskDialog::takeTimer(const QLineEdit *edit, int &parameter)
+{
+    parameter = parsed::toInt(edit->text());
+    updateCycle();
+}
+
+void TaskDialog::updateCycle()
+{
+    if (!m_fixedDuration)
+        return;
+    m_cycle = fullCycle();
+    m_widgets.timeTc->setText(QStringLiteral("%1").arg(m_cycle));
+}
+
+QRect TaskDialog::centred(int width, int height) const
+{
+    return {m_centerX - width / 2, m_centerY - height / 2, width, height};
+}
+
+void TaskDialog::pointAt(const QPoint &place)
+{
+    QCursor::setPos(mapToGlobal(place));
+}
+
+void TaskDialog::pointAtNext()
+{
+    pointAt(m_widgets.next->geometry().center());
+}
+
+void TaskDialog::hidePointer()
+{
+    pointAt({10, 700});
+    setCursor(Qt::BlankCursor);
+}
+
+QTime TaskDialog::msToQtime(int ms)
+{
+    const int seconds = ms / 1000;
+    return {seconds / 60 / 60, seconds / 60 % 60, seconds % 60, 0};
+}

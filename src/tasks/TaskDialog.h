@@ -1,0 +1,190 @@
+#pragma once
+
+#include "Calibration.h"
+#include "TaskClock.h"
+#include "TaskWidgets.h"
+#include "resultFiles.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QDialog>
+#include <QFile>
+#include <QTime>
+
+class Random;
+class Statistic;
+class TaskTimer;
+
+/// What the four tasks share: a full-screen black dialog that leads through instruction, training
+/// and test, runs a chain of timers for each trial, logs it, and ends at two buttons that lead to
+/// the report. One dialog serves every run, so that a run resets what it needs.
+///
+/// A task gives its steps by the virtual functions, in the order in which they stand here.
+class TaskDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// True from the go method until the dialog is closed.
+    bool isRunning() const { return isVisible(); }
+    /// The link of the chain in which the trial stands; 0 outside a trial.
+    int stage() const { return m_stage; }
+
+    /// A length of time as a time of day, the milliseconds dropped; less than 24 hours.
+    static QTime msToQtime(int ms);
+
+public Q_SLOTS:
+    virtual void toPb_go();
+    virtual void toPb_next() = 0;
+    virtual void toPb_continue();
+    void toPb_results();
+    void toPb_mainMenu();
+    void toLe_number();
+
+    /// Starts a trial.
+    virtual void sequence0() = 0;
+    /// Stops everything; then shows the two buttons, or closes and has the session number read
+    /// back.
+    void seq_escape(bool toResults);
+
+Q_SIGNALS:
+    /// A trial has entered a link of its chain.
+    void stageEntered(int stage);
+
+protected:
+    /// The assessor's choices for one run.
+    struct Options
+    {
+        int subtask = 0;
+        bool withInstruction = false;
+        bool withTraining = false;
+        bool parameters = false;
+        bool fixedDuration = false;
+    };
+
+    /// The words by which a phase is told, as an index for Calibration::isMode.
+    enum Mode { Instructions, Training, Pause, Error };
+
+    explicit TaskDialog(QWidget *parent);
+
+    /// To be called once by the task's constructor, behind setupUi.
+    void setUpFrame(const TaskWidgets &widgets, const QList<QWidget *> &stimuli);
+    /// One timer of the chain, owned by the dialog.
+    TaskTimer *newTimer();
+
+    /// A run, from the button of the main window to the first phase.
+    void go(const Options &options);
+
+    // The steps of a task.
+    virtual void resetRun() = 0;         ///< counters, tables and scores to zero
+    virtual void placeStimuli() = 0;     ///< every stimulus its geometry
+    virtual void writeDefaults() = 0;    ///< the parameters into members and line edits
+    virtual void beginInstruction() = 0; ///< the title of the first part
+    virtual void beginTraining() = 0;    ///< the first training block
+    virtual void resetBlock() = 0;       ///< counts to zero, shuffled tables spent
+    virtual int fullCycle() const = 0;   ///< ms of a trial cycle under "Fixed duration"
+    virtual void endMarkedTrial() = 0;   ///< closes the trial that the assessor struck by E
+    virtual void taskKey(int key) = 0;   ///< the keys that not all tasks have
+    virtual int sessionNumber() const = 0;
+    virtual void computeScores() = 0;
+    virtual QByteArray scoreRow() = 0; ///< made when it is written: it holds date and time
+    virtual void goResult(bool show) = 0;
+
+    void enterStage(int stage);
+    void setNumber(int number);
+    /// The wait that ends a trial: what is left of the cycle, or the fixed one.
+    int closingWait(int withoutFixedDuration);
+    void updateCycle();
+    void takeTimer(const QLineEdit *edit, int &parameter);
+    void setCycle(int ms);
+
+    void showMode(Mode mode);
+    void pointAt(const QPoint &place);
+    void pointAtNext();
+    void hidePointer();
+    QPoint centre() const { return {m_centerX, m_centerY}; }
+    /// The rectangle of this size in the middle of the screen.
+    QRect centred(int width, int height) const;
+    void showGoAtCorner();
+    void hideStimuli();
+
+    /// A block of training has been set up; pb_go starts it.
+    void showTraining(const QString &title, int subtask, int number);
+    /// From the last training block to the test.
+    void beginTest(int number);
+    bool openTrialLog();
+    void logTrial(const QByteArray &row);
+    /// Takes the time that the block took.
+    void endBlock();
+    /// Scores, files, and the two buttons.
+    void endTest();
+
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    Calibration *m_calibration;
+    Random *m_random;
+    Statistic *m_statistic;
+
+    QFile m_trialLog;  ///< output.csv, open during the test phase
+    QFile m_validLog;  ///< valid-output.csv, open at the end of the test
+    QFile m_resultLog; ///< results_Tn.csv, open at the end of the test
+    QByteArray m_validRows;
+
+    QDateTime m_trialStamp; ///< onset of the current trial's stimulus
+    TaskClock m_cycleClock;
+    TaskClock m_testClock;
+    TaskClock m_rtClock;
+
+    bool m_withInstruction = false;
+    bool m_withTraining = false;
+    bool m_fixedDuration = false;
+    int m_phase = 0; ///< 0 test, 1 instruction, 2 training, 3 both
+    bool m_instructing = false;
+    int m_instrStep = 0;
+    int m_taskCode = 0;
+    int m_subtask = 0;
+    int m_number = 0;     ///< valid trials that end the phase
+    int m_trialNo = 0;    ///< valid trials so far
+    int m_trialCount = 0; ///< all trials so far
+    int m_stage = 0;
+    int m_invalid = 0; ///< 1: the current trial doesn't count
+    bool m_markedError = false;
+    int m_rt = 0;        ///< ms
+    int m_cycle = 0;     ///< ms
+    int m_cycleTime = 0; ///< ms that the last cycle took
+    int m_lastDelay = 0; ///< ms, the last closing wait under "Fixed duration"
+    int m_testTime = 0;  ///< ms
+    QTime m_duration;
+    int m_centerX = 0; ///< centre of the screen, pixels of the dialog
+    int m_centerY = 0;
+
+    static constexpr int m_layoutHalfW = 512;
+    static constexpr int m_layoutHalfH = 384;
+
+private:
+    QString translated(const char *text) const;
+    QString failedToOpen(const QString &name, const QString &error) const;
+    void warnOnLight(const QString &text);
+    void takeScreen();
+    void layOutControls();
+    void showPanel(bool shown);
+    void beginFirstPhase();
+    void showGoAtCentre();
+    void leave(bool showReport);
+
+    void interrupt();
+    void pause();
+    void markError();
+    void holdTrial(Mode mode);
+    void stopTimers();
+    void writeMarker(const char *word);
+    void noteLogError(const QString &error);
+    void tellFailures(const QList<resultFiles::Failure> &failures);
+
+    TaskWidgets m_widgets;
+    QList<QWidget *> m_stimuli;
+    QList<QWidget *> m_panel;
+    QString m_logError; ///< the first row of the run that couldn't be written
+};

@@ -1,0 +1,93 @@
+#include "TaskDialog.h"
+
+#include "rows.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+// The assessor's keys: Escape, P and E.
+
+namespace {
+/// The link of every chain in which the patient's answer is awaited.
+constexpr int answerStage = 4;
+} // namespace
+
+void TaskDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (event->isAutoRepeat()) // an answer is a press, not a key that is held
+        return;
+    const bool mayHold = m_stage == answerStage && !m_fixedDuration;
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        interrupt();
+        break;
+    case Qt::Key_P:
+        if (mayHold)
+            pause();
+        break;
+    case Qt::Key_E:
+        if (mayHold)
+            markError();
+        break;
+    default:
+        taskKey(event->key());
+    }
+}
+
+bool TaskDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    // A line edit of the panel that still has the focus must not swallow an answer.
+    if (event->type() == QEvent::KeyPress && m_stage != 0) {
+        auto *press = static_cast<QKeyEvent *>(event);
+        const int key = press->key();
+        if (key == Qt::Key_Space || key == Qt::Key_E || key == Qt::Key_P) {
+            keyPressEvent(press);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void TaskDialog::closeEvent(QCloseEvent *event)
+{
+    if (event->spontaneous()) // closed by the window manager
+        interrupt();
+    QDialog::closeEvent(event);
+}
+
+void TaskDialog::interrupt()
+{
+    writeMarker("interrupted");
+    seq_escape(false);
+}
+
+void TaskDialog::pause()
+{
+    writeMarker("paused");
+    holdTrial(Pause);
+}
+
+void TaskDialog::markError()
+{
+    m_markedError = true;
+    holdTrial(Error);
+    endMarkedTrial();
+}
+
+void TaskDialog::holdTrial(Mode mode)
+{
+    stopTimers();
+    hideStimuli();
+    placeStimuli(); // what the trial had moved goes back to its place
+    showMode(mode);
+    m_widgets.continueButton->show();
+    setCursor(Qt::ArrowCursor);
+    pointAt(centre());
+}
+
+void TaskDialog::writeMarker(const char *word)
+{
+    // Outside the test the log is closed, and there is nothing to mark.
+    noteLogError(
+        resultFiles::appendRow(m_trialLog, rows::marker(rows::identity(), QLatin1String(word))));
+}

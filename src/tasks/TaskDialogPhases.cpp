@@ -1,0 +1,257 @@
+#include "TaskDialog.h"
+
+#include "Messages.h"
+#include "TaskTimer.h"
+#include "patientsList.h"
+#include "rows.h"
+
+#include <QLoggingCategory>
+
+// The phases of a run: instruction, training, test, its end, and the way out.
+
+Q_LOGGING_CATEGORY(lcTask, "kelmoran.task", QtCriticalMsg)
+
+void TaskDialog::beginFirstPhase()
+{
+    switch (m_phase) {
+    case 0:
+        if (openTrialLog())
+            showGoAtCentre();
+        break;
+    case 2:
+        pointAtNext();
+        beginTraining();
+        break;
+    default: // instruction, with training or without
+        showMode(Instructions);
+        beginInstruction();
+        m_instrStep = 0;
+        pointAtNext();
+        m_widgets.next->show();
+    }
+}
+
+void TaskDialog::showMode(Mode mode)
+{
+    m_widgets.mode->setText(m_calibration->isMode(mode));
+    m_widgets.mode->show();
+}
+
+void TaskDialog::showGoAtCentre()
+{
+    m_widgets.go->setGeometry(centred(m_widgets.go->width(), m_widgets.go->height()));
+    m_widgets.go->show();
+    m_widgets.go->setFocus();
+}
+
+void TaskDialog::showGoAtCorner()
+{
+    m_widgets.go->move(m_centerX + m_layoutHalfW - m_widgets.go->width(),
+                       m_centerY + m_layoutHalfH - m_widgets.go->height());
+    m_widgets.go->show();
+}
+
+void TaskDialog::showTraining(const QString &title, int subtask, int number)
+{
+    hideStimuli();
+    m_widgets.next->hide();
+    setFocus(); // it went to another button when the last one hid
+    showMode(Training);
+    m_widgets.instruction->setText(title);
+    m_widgets.instruction->show();
+    m_subtask = subtask;
+    setNumber(number);
+    showGoAtCorner();
+}
+
+void TaskDialog::beginTest(int number)
+{
+    m_phase = 0;
+    m_subtask = 0;
+    m_trialNo = 0;
+    m_trialCount = 0;
+    setNumber(number);
+    m_widgets.mode->hide();
+    hideStimuli();
+    setCursor(Qt::ArrowCursor);
+    pointAt(centre());
+    showGoAtCentre();
+    openTrialLog();
+}
+
+void TaskDialog::toPb_go()
+{
+    m_widgets.go->setDown(false);
+    m_widgets.instruction->hide();
+    m_instructing = false;
+    m_widgets.go->hide();
+    setFocus(); // answers must reach the dialog
+    setCursor(Qt::BlankCursor);
+    m_widgets.result->clear();
+    m_trialNo = 0;
+    m_trialCount = 0;
+    resetBlock();
+    m_widgets.no->setText(QStringLiteral("1"));
+    m_cycleClock.start();
+    m_validRows.clear();
+    m_testClock.start();
+    sequence0();
+}
+
+void TaskDialog::toPb_continue()
+{
+    m_widgets.continueButton->setDown(false);
+    m_widgets.mode->hide();
+    m_widgets.continueButton->hide();
+    setFocus();
+    sequence0();
+}
+
+void TaskDialog::enterStage(int stage)
+{
+    m_stage = stage;
+    Q_EMIT stageEntered(stage);
+}
+
+int TaskDialog::closingWait(int withoutFixedDuration)
+{
+    if (!m_fixedDuration)
+        return withoutFixedDuration;
+    m_lastDelay = m_cycle - m_cycleClock.elapsed();
+    return m_lastDelay;
+}
+
+bool TaskDialog::openTrialLog()
+{
+    const QString error = resultFiles::openTrialLog(m_trialLog);
+    if (error.isEmpty())
+        return true;
+    hide();
+    warnOnLight(failedToOpen(QString::fromLatin1(resultFiles::trialLogName), error));
+    return false;
+}
+
+QString TaskDialog::failedToOpen(const QString &name, const QString &error) const
+{
+    return translated("Failed to open %1\n%2").arg(name, error);
+}
+
+void TaskDialog::warnOnLight(const QString &text)
+{
+    // A box takes the style of its parent: on black nobody could read it.
+    setStyleSheet(QStringLiteral("background-color:rgb(230, 230, 230)"));
+    messages::warning(this, translated("Error"), text);
+    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0)"));
+}
+
+void TaskDialog::logTrial(const QByteArray &row)
+{
+    noteLogError(resultFiles::appendRow(m_trialLog, row));
+    if (m_invalid == 0)
+        m_validRows += row;
+}
+
+void TaskDialog::noteLogError(const QString &error)
+{
+    if (m_logError.isEmpty()) // told at the end: no box opens while a trial runs
+        m_logError = error;
+}
+
+void TaskDialog::endBlock()
+{
+    m_stage = 0;
+    m_testTime = m_testClock.elapsed();
+    m_duration = msToQtime(m_testTime);
+    qCDebug(lcTask, "%d %d", m_trialNo, m_trialCount);
+}
+
+void TaskDialog::endTest()
+{
+    computeScores();
+
+    QList<resultFiles::Failure> failures;
+    const QString patient = m_calibration->isPatientName();
+    const QString error =
+        patientsList::rewritePatientLine(patient, {{m_taskCode + 3, sessionNumber()}});
+    if (!error.isEmpty())
+        failures.append({QStringLiteral("patients_list.txt"), error});
+    resultFiles::createArchive(patient);
+    failures += resultFiles::appendValidRows(m_validRows, m_validLog);
+    failures += resultFiles::appendScores(m_taskCode, patient, scoreRow(), m_resultLog);
+
+    seq_escape(true);
+    if (!m_logError.isEmpty())
+        failures.prepend({QString::fromLatin1(resultFiles::trialLogName), m_logError});
+    tellFailures(failures);
+}
+
+void TaskDialog::tellFailures(const QList<resultFiles::Failure> &failures)
+{
+    if (failures.isEmpty())
+        return;
+    QStringList lines;
+    for (const auto &failure : failures)
+        lines.append(failedToOpen(failure.fileName, failure.error));
+    hide();
+    warnOnLight(lines.join(QStringLiteral("\n\n")));
+    showFullScreen();
+    activateWindow();
+}
+
+void TaskDialog::seq_escape(bool toResults)
+{
+    stopTimers();
+    m_stage = 0;
+    if (m_phase == 0)
+        noteLogError(resultFiles::closeTrialLog(m_trialLog));
+    hideStimuli();
+    setCursor(Qt::ArrowCursor);
+    pointAt(centre());
+    if (toResults) {
+        m_widgets.results->show();
+        m_widgets.mainMenu->show();
+    } else {
+        m_calibration->setEscapeSeq(true);
+        close();
+    }
+    m_widgets.continueButton->hide();
+    m_widgets.go->hide();
+    m_widgets.next->hide();
+    m_widgets.instruction->hide();
+    m_widgets.mode->hide();
+}
+
+void TaskDialog::toPb_results()
+{
+    m_widgets.results->setDown(false);
+    leave(true);
+    qCDebug(lcTask, "Results");
+    close();
+}
+
+void TaskDialog::toPb_mainMenu()
+{
+    m_widgets.mainMenu->setDown(false);
+    leave(false);
+    qCDebug(lcTask, "Main Menu");
+    close();
+}
+
+void TaskDialog::leave(bool showReport)
+{
+    hide();
+    setStyleSheet(QStringLiteral("background-color:rgb(240, 240, 240)"));
+    goResult(showReport);
+}
+
+void TaskDialog::stopTimers()
+{
+    for (TaskTimer *timer : findChildren<TaskTimer *>(Qt::FindDirectChildrenOnly))
+        timer->stop();
+}
+
+void TaskDialog::hideStimuli()
+{
+    for (QWidget *stimulus : m_stimuli)
+        stimulus->hide();
+}
