@@ -1,0 +1,143 @@
+#include "DataRoot.h"
+#include "languages.h"
+
+#include <QFile>
+#include <QLibraryInfo>
+#include <QTest>
+#include <QTranslator>
+
+/// Which catalogue decides the language of the run. The catalogues are real ones, made when the
+/// tests are built; each says its language where the program says "Error".
+class tst_languages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theLowestNumberThatHasACatalogueWins_data();
+    void theLowestNumberThatHasACatalogueWins();
+    void aCatalogueThatDoesNotLoadCountsAndEmptiesTheTranslator();
+    void aBrokenCatalogueOfAHigherNumberDoesNoHarm();
+    void theTextsOfTheToolkitComeWhereTheToolkitBringsThem();
+    void aLanguageThatDoesNotExistHasNoTextsOfTheToolkit();
+};
+
+namespace {
+
+QByteArray catalogue(const QString &language)
+{
+    QFile file(QStringLiteral(CATALOGUES "/tiny_%1.qm").arg(language));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// "de Dekelmoran_de.qm": the German catalogue in the place that is told behind Languages/.
+void install(const DataRoot &root, const QStringList &catalogues)
+{
+    for (const QString &entry : catalogues) {
+        const QByteArray bytes = catalogue(entry.section(u' ', 0, 0));
+        QVERIFY(!bytes.isEmpty());
+        root.write(QStringLiteral("Languages/") + entry.section(u' ', 1), bytes);
+    }
+}
+
+QString errorText(const QTranslator &translator)
+{
+    return translator.translate("Kelmoran", "Error");
+}
+
+} // namespace
+
+void tst_languages::theLowestNumberThatHasACatalogueWins_data()
+{
+    QTest::addColumn<QStringList>("catalogues");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("text");
+
+    const QString en = QStringLiteral("en En/kelmoran_en.qm");
+    const QString fr = QStringLiteral("fr Fr/kelmoran_fr.qm");
+    const QString de = QStringLiteral("de Dekelmoran_de.qm");
+    const QString it = QStringLiteral("it Itkelmoran_it.qm");
+    const QString es = QStringLiteral("es Eskelmoran_es.qm");
+    const QString nl = QStringLiteral("nl Nlkelmoran_nl.qm");
+
+    QTest::newRow("none") << QStringList() << 0 << QString();
+    QTest::newRow("English") << QStringList{en} << 0 << QStringLiteral("Error in en");
+    QTest::newRow("French") << QStringList{fr} << 1 << QStringLiteral("Error in fr");
+    QTest::newRow("German") << QStringList{de} << 2 << QStringLiteral("Error in de");
+    QTest::newRow("Italian") << QStringList{it} << 3 << QStringLiteral("Error in it");
+    QTest::newRow("Spanish") << QStringList{es} << 4 << QStringLiteral("Error in es");
+    QTest::newRow("Dutch") << QStringList{nl} << 5 << QStringLiteral("Error in nl");
+    QTest::newRow("English and French")
+        << QStringList{en, fr} << 0 << QStringLiteral("Error in en");
+    QTest::newRow("German and Dutch") << QStringList{nl, de} << 2 << QStringLiteral("Error in de");
+    QTest::newRow("all") << QStringList{en, fr, de, it, es, nl} << 0
+                         << QStringLiteral("Error in en");
+    QTest::newRow("German in a folder of its own")
+        << QStringList{QStringLiteral("de De/kelmoran_de.qm")} << 0 << QString();
+    QTest::newRow("French without its folder")
+        << QStringList{QStringLiteral("fr Frkelmoran_fr.qm")} << 0 << QString();
+}
+
+void tst_languages::theLowestNumberThatHasACatalogueWins()
+{
+    QFETCH(QStringList, catalogues);
+    QFETCH(int, number);
+    QFETCH(QString, text);
+    const DataRoot root;
+    install(root, catalogues);
+    sessionStore().language = 4;
+
+    QTranslator translator;
+    QCOMPARE(selectLanguage(translator), number);
+    QCOMPARE(sessionStore().language, number);
+    QCOMPARE(errorText(translator), text);
+    QCOMPARE(translator.isEmpty(), text.isEmpty());
+}
+
+void tst_languages::aCatalogueThatDoesNotLoadCountsAndEmptiesTheTranslator()
+{
+    const DataRoot root;
+    install(root, {QStringLiteral("nl Nlkelmoran_nl.qm")});
+    root.write(QStringLiteral("Languages/Fr/kelmoran_fr.qm"), "no catalogue");
+
+    QTranslator translator;
+    QCOMPARE(selectLanguage(translator), 1);
+    QCOMPARE(sessionStore().language, 1);
+    QVERIFY(translator.isEmpty());
+}
+
+void tst_languages::aBrokenCatalogueOfAHigherNumberDoesNoHarm()
+{
+    const DataRoot root;
+    root.write(QStringLiteral("Languages/Nlkelmoran_nl.qm"), "no catalogue");
+    install(root, {QStringLiteral("fr Fr/kelmoran_fr.qm")});
+
+    QTranslator translator;
+    QCOMPARE(selectLanguage(translator), 1);
+    QCOMPARE(errorText(translator), QStringLiteral("Error in fr"));
+}
+
+void tst_languages::theTextsOfTheToolkitComeWhereTheToolkitBringsThem()
+{
+    const QStringList languages{QStringLiteral("fr"), QStringLiteral("de"), QStringLiteral("it"),
+                                QStringLiteral("es"), QStringLiteral("nl")};
+    for (int number = 1; number <= 5; ++number) {
+        QTranslator translator;
+        loadToolkitTexts(translator, number);
+        const QString file =
+            QStringLiteral("%1/qtbase_%2.qm")
+                .arg(QLibraryInfo::path(QLibraryInfo::TranslationsPath), languages.at(number - 1));
+        QCOMPARE(translator.isEmpty(), !QFile::exists(file));
+    }
+}
+
+void tst_languages::aLanguageThatDoesNotExistHasNoTextsOfTheToolkit()
+{
+    for (const int number : {-1, 6}) {
+        QTranslator translator;
+        loadToolkitTexts(translator, number);
+        QVERIFY(translator.isEmpty());
+    }
+}
+
+QTEST_MAIN(tst_languages)
+#include "tst_languages.moc"
