@@ -1,0 +1,64 @@
+#include "KeyPresser.h"
+
+#include "Patient.h"
+#include "TaskDialog.h"
+#include "TaskTimer.h"
+#include "hands.h"
+
+namespace {
+void pressFor(KeyScript::Action action)
+{
+    switch (action) {
+    case KeyScript::Action::Pause:
+        hands::press(Qt::Key_P, QStringLiteral("p"));
+        break;
+    case KeyScript::Action::Error:
+        hands::press(Qt::Key_E, QStringLiteral("e"));
+        break;
+    default:
+        hands::press(Qt::Key_Escape);
+    }
+}
+} // namespace
+
+KeyPresser::KeyPresser(const KeyScript &script, Patient &patient, QObject *parent)
+    : QObject(parent)
+    , m_script(script)
+    , m_patient(patient)
+{
+}
+
+void KeyPresser::watch(const TaskDialog *task)
+{
+    connect(task, &TaskDialog::stageEntered, this, &KeyPresser::enter);
+}
+
+void KeyPresser::beginBlock()
+{
+    m_trial = 0;
+}
+
+void KeyPresser::enter(int stage)
+{
+    if (stage == 1)
+        ++m_trial;
+    for (const KeyScript::Line &line : m_script.lines) {
+        if (line.trial == m_trial && line.stage == stage)
+            carryOut(line);
+    }
+}
+
+void KeyPresser::carryOut(const KeyScript::Line &line)
+{
+    if (line.action == KeyScript::Action::Early || line.action == KeyScript::Action::Late) {
+        m_patient.answerIn(line.ms);
+        return;
+    }
+    auto *press = new TaskTimer(this);
+    press->setSingleShot(true);
+    connect(press, &TaskTimer::timeout, this, [press, action = line.action] {
+        press->deleteLater();
+        pressFor(action);
+    });
+    press->start(line.ms);
+}
