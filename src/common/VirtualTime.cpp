@@ -7,7 +7,11 @@ namespace {
 constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
 constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
 
-QEvent::Type fireEvent()
+/// How often an event is sent round before the clock jumps: what has been posted belongs to the
+/// moment that has been, and so does what that posts in its turn.
+constexpr int probes = 3;
+
+QEvent::Type probeEvent()
 {
     static const auto type = QEvent::Type(QEvent::registerEventType());
     return type;
@@ -20,7 +24,7 @@ VirtualTime::VirtualTime(Mode mode, const QDateTime &start, quint32 seed)
     , m_seed(seed)
 {
     m_idle.setInterval(0);
-    connect(&m_idle, &QTimer::timeout, this, &VirtualTime::jump);
+    connect(&m_idle, &QTimer::timeout, this, &VirtualTime::noteIdle);
     setCurrent(this);
 }
 
@@ -76,22 +80,36 @@ void VirtualTime::wakeAt(std::optional<qint64> due)
         m_idle.stop();
 }
 
-void VirtualTime::jump()
+void VirtualTime::noteIdle()
 {
-    if (m_firing || !earliest())
+    if (m_probes > 0 || !earliest())
         return;
-    // The timer is fired from an event of its own: a slot that opens a box must leave the idle
-    // timer free to beat in the event loop of the box.
-    m_now = std::max(m_now, *earliest());
-    m_firing = true;
-    QCoreApplication::postEvent(this, new QEvent(fireEvent()));
+    m_probes = probes;
+    postProbe();
+}
+
+void VirtualTime::postProbe()
+{
+    QCoreApplication::postEvent(this, new QEvent(probeEvent()), Qt::LowEventPriority);
 }
 
 bool VirtualTime::event(QEvent *event)
 {
-    if (event->type() != fireEvent())
+    if (event->type() != probeEvent())
         return QObject::event(event);
-    m_firing = false;
-    fireEarliest();
+    if (--m_probes > 0)
+        postProbe();
+    else
+        jump();
     return true;
+}
+
+void VirtualTime::jump()
+{
+    // From an event of its own and not from the idle timer: a slot that opens a box must leave that
+    // one free to beat in the event loop of the box.
+    if (!earliest() || m_held > 0)
+        return;
+    m_now = std::max(m_now, *earliest());
+    fireEarliest();
 }

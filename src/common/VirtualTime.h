@@ -39,6 +39,8 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void noteIdle();
+    void postProbe();
     void jump();
 
     const Mode m_mode;
@@ -46,6 +48,6 @@ private:
     const quint32 m_seed;
     qint64 m_now = 0;
     int m_held = 0;
-    bool m_firing = false; ///< a jump has been made and its timer not yet fired
-    QTimer m_idle;         ///< fires when the event queue is empty
+    int m_probes = 0; ///< still to be sent round before the next jump
+    QTimer m_idle;    ///< fires when the event queue is empty
 };

@@ -1,4 +1,3 @@
-#include "Messages.h"
 #include "TaskClock.h"
 #include "TaskTimer.h"
 #include "VirtualTime.h"
@@ -30,6 +29,7 @@ private Q_SLOTS:
     void theSeedRunsWithTheSeconds();
     void aFreeRunningClockJumpsFromTimerToTimer();
     void aFreeRunningClockRunsOnInAnEventLoopOfASlot();
+    void aFreeRunningClockWaitsForWhatHasBeenPosted();
     void aHeldClockStandsStill();
     void inRealTimeNoTimerIsEarlyAndTheOrderHolds();
     void inRealTimeTimersFireInAnEventLoopOfASlot();
@@ -282,6 +282,29 @@ void tst_TaskTimer::aFreeRunningClockRunsOnInAnEventLoopOfASlot()
     opensBox.start(100);
     outer.exec();
     QCOMPARE(order, (QStringList{QStringLiteral("answered"), QStringLiteral("gone on")}));
+}
+
+void tst_TaskTimer::aFreeRunningClockWaitsForWhatHasBeenPosted()
+{
+    VirtualTime time(VirtualTime::Mode::FreeRunning);
+    TaskTimer first;
+    TaskTimer later;
+    QEventLoop loop;
+    QList<qint64> moments;
+    connect(&first, &TaskTimer::timeout, &loop, [&] {
+        first.stop();
+        const auto note = [&] { moments.append(time.nanoseconds() / 1'000'000); };
+        const auto noteAndPost = [&, note] {
+            note();
+            QMetaObject::invokeMethod(&loop, note, Qt::QueuedConnection);
+        };
+        QMetaObject::invokeMethod(&loop, noteAndPost, Qt::QueuedConnection);
+    });
+    connect(&later, &TaskTimer::timeout, &loop, &QEventLoop::quit);
+    first.start(100);
+    later.start(300);
+    loop.exec();
+    QCOMPARE(moments, (QList<qint64>{100, 100}));
 }
 
 void tst_TaskTimer::aHeldClockStandsStill()
