@@ -1,13 +1,13 @@
 #include "ReportPage.h"
 
 #include "TimeSource.h"
+#include "wholeFile.h"
 
 #include <QColor>
 #include <QDir>
 #include <QFileInfo>
 #include <QPageLayout>
 #include <QPointer>
-#include <QSaveFile>
 #include <QWebEngineNavigationRequest>
 #include <QWebEngineSettings>
 
@@ -26,11 +26,7 @@ QPageLayout pdfLayout()
 QString write(const QString &path, const QByteArray &pdf)
 {
     QDir().mkpath(QFileInfo(path).path());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    file.write(pdf);
-    return file.commit() ? QString() : file.errorString();
+    return wholeFile::replace(path, pdf);
 }
 
 void refuseLink(QWebEngineNavigationRequest &request)

@@ -1,10 +1,10 @@
 #include "assessorRecord.h"
 
 #include "dataFolders.h"
+#include "wholeFile.h"
 
 #include <QFile>
 #include <QLoggingCategory>
-#include <QSaveFile>
 #include <QTextStream>
 
 Q_LOGGING_CATEGORY(lcAssessor, "kelmoran.assessor", QtCriticalMsg)
@@ -40,13 +40,7 @@ QString fullName(const QStringList &record)
 
 QString write(const QStringList &record)
 {
-    QSaveFile file(filePath());
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    file.write((record.join(u';') + u'\n').toUtf8());
-    if (!file.flush()) // a full disk, which commit() alone doesn't notice
-        return file.errorString();
-    return file.commit() ? QString() : file.errorString();
+    return wholeFile::replace(filePath(), (record.join(u';') + u'\n').toUtf8());
 }
 
 } // namespace assessorRecord

@@ -2,10 +2,10 @@
 
 #include "SessionStore.h"
 #include "dataFolders.h"
+#include "wholeFile.h"
 
 #include <QDataStream>
 #include <QFile>
-#include <QSaveFile>
 
 namespace {
 QString filePath()
@@ -32,13 +32,9 @@ QString screenFile::read()
 
 QString screenFile::write()
 {
-    QSaveFile file(filePath());
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    QDataStream stream(&file);
     const SessionStore &store = sessionStore();
-    stream << store.horzPixel << store.vertPixel << store.frequency;
-    if (!file.flush()) // a full disk, which commit() alone doesn't notice
-        return file.errorString();
-    return file.commit() ? QString() : file.errorString();
+    QByteArray bytes;
+    QDataStream(&bytes, QIODevice::WriteOnly)
+        << store.horzPixel << store.vertPixel << store.frequency;
+    return wholeFile::replace(filePath(), bytes);
 }
