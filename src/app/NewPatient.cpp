@@ -3,6 +3,7 @@
 #include "Calibration.h"
 #include "fonts.h"
 
+#include <QKeyEvent>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcNewPatient, "kelmoran.newPatient", QtCriticalMsg)
@@ -16,6 +17,7 @@ NewPatient::NewPatient(QWidget *parent)
     raiseFonts({m_ui.cob_genre, m_ui.le_lastName, m_ui.le_firstName, m_ui.de_dateOfBirth}, 3);
     m_ui.le_lastName->setValidator(&m_validator);
     m_ui.le_firstName->setValidator(&m_validator);
+    m_ui.de_dateOfBirth->installEventFilter(this);
     connectFields();
 }
 
@@ -55,12 +57,37 @@ void NewPatient::toLe_lastName()
 void NewPatient::toLe_firstName()
 {
     m_ui.de_dateOfBirth->setFocus();
+    m_ui.de_dateOfBirth->setSelectedSection(QDateTimeEdit::DaySection);
 }
 
 void NewPatient::toDe_dateOfBirth(QDate date)
 {
     if (date.year() != m_defaultYear)
         m_ui.pb_ok->setEnabled(true);
+}
+
+bool NewPatient::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && takeDateKey(*static_cast<QKeyEvent *>(event)))
+        return true;
+    return QDialog::eventFilter(watched, event);
+}
+
+/// A date is typed as it is written: 14.03.1952. After the second digit of the day the field goes
+/// on to the month by itself, and the point that follows must not carry it on to the year.
+bool NewPatient::takeDateKey(const QKeyEvent &press)
+{
+    QDateEdit *date = m_ui.de_dateOfBirth;
+    const QString selected = date->findChild<QLineEdit *>()->selectedText();
+    const bool startsAnew =
+        selected == date->text() && !press.text().isEmpty() && press.text().front().isDigit();
+    if (press.key() == Qt::Key_Home || startsAnew) {
+        date->setSelectedSection(QDateTimeEdit::DaySection);
+        return !startsAnew;
+    }
+    const bool separates = press.text() == u"." || press.text() == u"/" || press.text() == u"-" ||
+                           press.text() == u" ";
+    return separates && selected == date->sectionText(date->currentSection());
 }
 
 void NewPatient::toPb_ok()

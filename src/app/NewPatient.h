@@ -27,8 +27,12 @@ public Q_SLOTS:
     void toPb_ok();
     void toPb_cancel();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void connectFields();
+    bool takeDateKey(const QKeyEvent &press);
 
     Ui::NewPatientClass m_ui;
     Calibration *m_calibration;

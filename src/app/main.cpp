@@ -1,3 +1,4 @@
+#include "HeldKeys.h"
 #include "Kelmoran.h"
 #include "languages.h"
 #include "resources.h"
@@ -13,7 +14,9 @@ int main(int argc, char *argv[])
     startup::prepareEnvironment();
     QCoreApplication::setAttribute(
         Qt::AA_ShareOpenGLContexts); // the report's view wants it so early
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
+    HeldKeys heldKeys;
+    application.installEventFilter(&heldKeys);
     initResources();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/Kelmoran/Icons/Kelmoran_icone.png")));
 

@@ -66,6 +66,7 @@ private Q_SLOTS:
 
     // The tests.
     void aTestButtonRaisesItsSessionNumberAtOnceAndAnAbortTakesItBack();
+    void aTestStartedAtOnceAfterAnAbortHasTheNextNumberOnly();
     void theOptionsAreHandedToTheTask();
     void aTestButtonDoesNothingWhileATaskRuns();
     void theOtherTestsRaiseNoNumberYet_data();
@@ -351,6 +352,20 @@ void tst_Kelmoran::aTestButtonRaisesItsSessionNumberAtOnceAndAnAbortTakesItBack(
     QCOMPARE(sessionStore().sessionNb, (std::array<int, 7>{1, 2, 3, 4, 5, 6, 7}));
     QVERIFY(!sessionStore().escapeSeq);
     QCOMPARE(m_desk->root.bytes(Desk::listFile()), list);
+}
+
+void tst_Kelmoran::aTestStartedAtOnceAfterAnAbortHasTheNextNumberOnly()
+{
+    m_desk->openWith(Desk::patient("Berg", "1;2;3;4;5;6;7"));
+    m_desk->choose(0);
+    m_desk->click(QStringLiteral("pb_test2"));
+    QTest::keyClick(m_desk->test2(), Qt::Key_Escape);
+    m_desk->click(QStringLiteral("pb_test2")); // before the main window has looked
+    QCOMPARE(sessionStore().sessionNb[1], 3);
+    m_desk->time.advance(1000);
+    QCOMPARE(sessionStore().sessionNb[1], 3); // and nothing takes it back
+    QCOMPARE(m_desk->session(2)->text(), QStringLiteral("3"));
+    QVERIFY(m_desk->test2()->isRunning());
 }
 
 void tst_Kelmoran::theOptionsAreHandedToTheTask()

@@ -103,6 +103,43 @@ private Q_SLOTS:
         QVERIFY(!sessionStore().newPatient);
     }
 
+    void aDateIsTypedAsItIsWritten_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::newRow("with points") << u"14.03.1952"_qs;
+        QTest::newRow("without") << u"14031952"_qs;
+        QTest::newRow("without zeros") << u"14.3.1952"_qs;
+        QTest::newRow("with slashes") << u"14/03/1952"_qs;
+    }
+
+    void aDateIsTypedAsItIsWritten()
+    {
+        QFETCH(const QString, typed);
+        const Desk desk;
+        QTest::keyClick(desk.firstName(), Qt::Key_Return);
+        QTest::keyClicks(desk.dateOfBirth(), typed);
+        QCOMPARE(desk.dateOfBirth()->date(), QDate(1952, 3, 14));
+        QVERIFY(desk.ok()->isEnabled());
+    }
+
+    void aDateIsTypedAnew_data()
+    {
+        QTest::addColumn<QKeySequence>("keys");
+        QTest::newRow("from its beginning") << QKeySequence(Qt::Key_Home);
+        QTest::newRow("over all of it") << QKeySequence(QKeySequence::SelectAll);
+    }
+
+    void aDateIsTypedAnew()
+    {
+        QFETCH(const QKeySequence, keys);
+        const Desk desk;
+        QTest::keyClick(desk.firstName(), Qt::Key_Return);
+        QTest::keyClicks(desk.dateOfBirth(), u"01.02.1960"_qs);
+        QTest::keySequence(desk.dateOfBirth(), keys);
+        QTest::keyClicks(desk.dateOfBirth(), u"14.03.1952"_qs);
+        QCOMPARE(desk.dateOfBirth()->date(), QDate(1952, 3, 14));
+    }
+
     void okNeedsAnotherYearOfBirth_data()
     {
         QTest::addColumn<QList<QDate>>("dates");
