@@ -2,6 +2,7 @@
 
 #include "Messages.h"
 #include "Random.h"
+#include "Result.h"
 #include "Statistic.h"
 #include "TaskTimer.h"
 #include "TimeSource.h"
@@ -18,12 +19,16 @@
 
 TaskDialog::TaskDialog(QWidget *parent)
     : QDialog(parent)
+    , m_result(std::make_unique<Result>())
     , m_calibration(new Calibration(this))
     , m_random(new Random(this))
     , m_statistic(new Statistic(this))
 {
     setFocusPolicy(Qt::StrongFocus);
+    m_result->setAttribute(Qt::WA_QuitOnClose, false); // it goes with the main window
 }
+
+TaskDialog::~TaskDialog() = default;
 
 void TaskDialog::setUpFrame(const TaskWidgets &widgets, const QList<QWidget *> &stimuli)
 {
@@ -34,6 +39,7 @@ void TaskDialog::setUpFrame(const TaskWidgets &widgets, const QList<QWidget *> &
     for (QLineEdit *edit : findChildren<QLineEdit *>(Qt::FindDirectChildrenOnly)) {
         m_panel.append(edit);
         edit->installEventFilter(this);
+        connect(edit, &QLineEdit::returnPressed, this, qOverload<>(&QWidget::setFocus));
         const QString label = QStringLiteral("lbl_") + edit->objectName().sliced(3);
         if (auto *widget = findChild<QLabel *>(label, Qt::FindDirectChildrenOnly))
             m_panel.append(widget);

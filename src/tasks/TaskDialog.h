@@ -11,7 +11,10 @@
 #include <QFile>
 #include <QTime>
 
+#include <memory>
+
 class Random;
+class Result;
 class Statistic;
 class TaskTimer;
 
@@ -25,6 +28,10 @@ class TaskDialog : public QDialog
     Q_OBJECT
 
 public:
+    ~TaskDialog() override;
+
+    /// The report of this task.
+    Result &result() const { return *m_result; }
     /// True from the go method until the dialog is closed.
     bool isRunning() const { return isVisible(); }
     /// The link of the chain in which the trial stands; 0 outside a trial.
@@ -123,6 +130,9 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    /// A window of its own, without a parent: a dialog with a web view among its children would be
+    /// drawn by the graphics card, and breaks when it is shown again.
+    const std::unique_ptr<Result> m_result;
     Calibration *m_calibration;
     Random *m_random;
     Statistic *m_statistic;
@@ -178,6 +188,7 @@ private:
     void pause();
     void markError();
     void holdTrial(Mode mode);
+    bool clickForward();
     void stopTimers();
     void writeMarker(const char *word);
     void noteLogError(const QString &error);

@@ -36,16 +36,30 @@ void TaskDialog::keyPressEvent(QKeyEvent *event)
 
 bool TaskDialog::eventFilter(QObject *watched, QEvent *event)
 {
-    // A line edit of the panel that still has the focus must not swallow an answer.
-    if (event->type() == QEvent::KeyPress && m_stage != 0) {
+    // A line edit of the panel that still has the focus must not swallow an answer, nor the
+    // shortcut C.
+    if (event->type() == QEvent::KeyPress) {
         auto *press = static_cast<QKeyEvent *>(event);
         const int key = press->key();
-        if (key == Qt::Key_Space || key == Qt::Key_E || key == Qt::Key_P) {
+        if (key == Qt::Key_C)
+            return clickForward();
+        if (m_stage != 0 && (key == Qt::Key_Space || key == Qt::Key_E || key == Qt::Key_P)) {
             keyPressEvent(press);
             return true;
         }
     }
     return QDialog::eventFilter(watched, event);
+}
+
+bool TaskDialog::clickForward()
+{
+    for (QPushButton *button : {m_widgets.next, m_widgets.continueButton}) {
+        if (button->isVisible()) {
+            button->click();
+            return true;
+        }
+    }
+    return false;
 }
 
 void TaskDialog::closeEvent(QCloseEvent *event)

@@ -35,7 +35,7 @@ public:
         store.firstName = QStringLiteral("Jane");
         store.dob = QDate(1950, 2, 1);
         store.sessionNb = {1, 3, 3, 4, 5, 6, 7}; // the button has raised its own
-        task.findChild<Result *>()->setPrinting(false);
+        task.result().setPrinting(false);
     }
 
     void goTest(bool parameters = false, bool fixedDuration = false, int subtask = 0)

@@ -300,7 +300,7 @@ void tst_Test2End::mainMenuClosesTheTask()
     playShort(desk, 3);
     desk.click("pb_mainMenu");
     QVERIFY(!desk.task.isRunning());
-    QVERIFY(!desk.task.findChild<Result *>()->isVisible());
+    QVERIFY(!desk.task.result().isVisible());
     QVERIFY(!sessionStore().escapeSeq); // the session has been taken
 }
 

@@ -52,6 +52,8 @@ private Q_SLOTS:
     void anAnswerAfterAPauseIsTakenForThePausedTarget();
     void theKeysDoNothingAfterAnAnticipation();
     void theAssessorsKeysReachTheTaskFromThePanel();
+    void returnInThePanelGivesTheKeysBack();
+    void theShortcutWorksFromThePanel();
     void aNumberBelowTheTrialsDoneLetsTheBlockRunOn();
     void theRowsOfATestAreOnTheDiskAtOnce();
 };
@@ -712,6 +714,30 @@ void tst_Test2Trial::theAssessorsKeysReachTheTaskFromThePanel()
     QVERIFY(desk.reach(4));
     QTest::keyClick(edit, Qt::Key_P);
     QVERIFY(desk.shown("pb_continue"));
+}
+
+void tst_Test2Trial::returnInThePanelGivesTheKeysBack()
+{
+    AttentionDesk desk;
+    desk.goTest(true);
+    desk.click("pb_go");
+    desk.type("le_timer05", QStringLiteral("50"));
+    QVERIFY(!desk.widget<QLineEdit>("le_timer05")->hasFocus());
+    QVERIFY(desk.task.isRunning()); // and Return has pressed nothing
+}
+
+void tst_Test2Trial::theShortcutWorksFromThePanel()
+{
+    AttentionDesk desk;
+    desk.goTest(true);
+    desk.click("pb_go");
+    QVERIFY(desk.reach(4));
+    auto *edit = desk.widget<QLineEdit>("le_timer05");
+    QTest::keyClick(edit, Qt::Key_P);
+    QVERIFY(desk.shown("pb_continue"));
+    QTest::keyClick(edit, Qt::Key_C);
+    QVERIFY(!desk.shown("pb_continue"));
+    QCOMPARE(edit->text(), QStringLiteral("600"));
 }
 
 void tst_Test2Trial::aNumberBelowTheTrialsDoneLetsTheBlockRunOn()

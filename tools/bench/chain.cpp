@@ -67,7 +67,7 @@ int main(int argc, char *argv[])
 
     QWidget desk;
     Test2 task(&desk);
-    task.findChild<Result *>()->setPrinting(false);
+    task.result().setPrinting(false);
     TaskTimer reaction;
     answerTargets(task, reaction);
     auto *results = task.findChild<QPushButton *>(QStringLiteral("pb_results"));

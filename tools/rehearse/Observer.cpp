@@ -75,7 +75,7 @@ public:
 private:
     QJsonValue take(const QString &key)
     {
-        const QJsonValue found = m_object.value(key);
+        QJsonValue found = m_object.value(key);
         m_object.remove(key);
         return found;
     }

@@ -65,7 +65,7 @@ QString readPatient(const QString &text, Options &options)
 QString readNumber(const QString &text, Options &options)
 {
     int number = 0;
-    const QString error = readWhole(text, 1, 10'000, number);
+    QString error = readWhole(text, 1, 10'000, number);
     options.number = number;
     return error;
 }

@@ -47,9 +47,9 @@ Rehearsal::Rehearsal(const Options &options, Kelmoran &window, Printer print)
 
 void Rehearsal::prepareReports(const Kelmoran &window)
 {
-    for (Result *report : window.findChildren<Result *>()) {
-        report->setPrinting(m_options.report);
-        connect(report, &Result::pdfFinished, this, &Rehearsal::reportIsMade);
+    for (const TaskDialog *task : window.findChildren<TaskDialog *>()) {
+        task->result().setPrinting(m_options.report);
+        connect(&task->result(), &Result::pdfFinished, this, &Rehearsal::reportIsMade);
     }
 }
 

@@ -91,7 +91,7 @@ Rehearsal::Ending rehearse(const Options &options)
     Kelmoran window;
     Rehearsal rehearsal(options, window, print);
     window.show();
-    const Rehearsal::Ending ending = rehearsal.run();
+    Rehearsal::Ending ending = rehearsal.run();
     window.closeApp();
     return ending;
 }

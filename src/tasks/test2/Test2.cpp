@@ -32,7 +32,6 @@ constexpr int testTrials = 96;
 
 Test2::Test2(QWidget *parent)
     : TaskDialog(parent)
-    , m_result(new Result(this))
     , m_cross(new DrawCross(this))
     , m_arrow(new DrawArrow(this))
     , m_target(new DrawRectangle(this))

@@ -11,7 +11,6 @@ class DrawArrow;
 class DrawCross;
 class DrawGrayRectangle;
 class DrawRectangle;
-class Result;
 
 /// The attention task: simple reaction time to a target on a circle, after no cue, an alerting or
 /// an orienting one.
@@ -107,7 +106,6 @@ private:
     void showNextTarget(std::size_t condition);
 
     Ui::Test2Class m_ui;
-    Result *m_result;
 
     DrawCross *m_cross;
     DrawArrow *m_arrow;
