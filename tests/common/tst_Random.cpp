@@ -197,7 +197,7 @@ void tst_Random::everyOrderIsAboutEquallyLikely()
     std::array<int, 6> counts{};
     for (quint32 seed = 0; seed < draws; ++seed) {
         const std::vector<int> t = randomness::shuffled(3, seed);
-        ++counts[std::size_t(t[0] * 2 + (t[1] > t[2] ? 1 : 0))];
+        ++counts[std::size_t(t[0]) * 2 + (t[1] > t[2] ? 1 : 0)];
     }
     constexpr double expected = draws / 6.0;
     double chiSquare = 0.0;
