@@ -1,0 +1,173 @@
+#!/bin/bash
+# Installs what the tests need, builds, and tests.
+#
+#   ./test.sh [unit|system|lint|asan|all]
+#
+#   unit     tests of classes, dialogs and whole tasks in virtual time
+#   system   the real program on a virtual screen, by keyboard and mouse
+#   lint     layout, words, clang-tidy and clazy, each with warnings as errors
+#   asan     the unit tests once more under the address and undefined-behaviour sanitizers
+#   all      all four (the default)
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
+
+what=${1:-all}
+case $what in
+unit | system | lint | asan | all) ;;
+-h | --help)
+    sed -n '2,10s/^# \{0,1\}//p' "$0"
+    exit 0
+    ;;
+*) die "unknown part $what (unit, system, lint, asan, all)" ;;
+esac
+
+build=$project_dir/build/test
+asan=$project_dir/build/asan
+logs=$project_dir/build/logs
+passed=0
+failed=0
+reasons=()
+
+wanted()
+{
+    [ "$what" = all ] || [ "$what" = "$1" ]
+}
+
+count()
+{
+    passed=$((passed + $1))
+    failed=$((failed + $2))
+    [ "$2" -eq 0 ] || reasons+=("$3")
+}
+
+# The last lines of every run: why it failed, and the counts alone on a line.
+finish()
+{
+    local code=$?
+    trap - EXIT
+    if [ "$code" -ne 0 ] && [ "$failed" -eq 0 ]; then
+        failed=1
+    fi
+    if [ "$failed" -gt 0 ]; then
+        code=1
+        [ ${#reasons[@]} -eq 0 ] || printf '%s: %s\n' "$command_name" "$(IFS=,; echo "${reasons[*]}")" >&2
+    elif [ "$passed" -eq 0 ]; then
+        code=1
+        printf '%s: nothing was tested\n' "$command_name" >&2
+    fi
+    printf '%d passed, %d failed\n' "$passed" "$failed"
+    exit "$code"
+}
+
+# One check: its name, then the command. Its output goes to a log and is shown only if it fails.
+check()
+{
+    local name=$1 log=$logs/$1.log began=$SECONDS
+    shift
+    if "$@" >"$log" 2>&1; then
+        count 1 0
+        printf '   %s: fine (%d s)\n' "$name" $((SECONDS - began))
+    else
+        tail -n 60 "$log"
+        count 0 1 "$name failed"
+    fi
+}
+
+# Runs ctest in a build folder and counts its tests: name, folder, options.
+run_ctest()
+{
+    local name=$1 dir=$2 log=$logs/$1.log line total bad
+    shift 2
+    say "$name"
+    ctest --test-dir "$dir" --output-on-failure --no-tests=error "$@" </dev/null 2>&1 | tee "$log" || true
+    line=$(grep -E 'tests passed, [0-9]+ tests failed out of [0-9]+' "$log" | tail -n 1 || true)
+    if [ -z "$line" ]; then
+        count 0 1 "$name: ctest ran nothing"
+        return
+    fi
+    total=$(sed -E 's/.*out of ([0-9]+).*/\1/' <<<"$line")
+    bad=$(sed -E 's/.*passed, ([0-9]+) tests failed.*/\1/' <<<"$line")
+    count $((total - bad)) "$bad" "$name: $bad of $total failed"
+}
+
+sources()
+{
+    project_files | grep -E "$1"
+}
+
+check_layout()
+{
+    sources '^(src|tests|tools)/.*\.(h|cpp)$' | xargs -d '\n' clang-format --dry-run --Werror
+}
+
+check_scripts()
+{
+    local file
+    while IFS= read -r file; do
+        bash -n "$file" || return 1
+    done < <(sources '(^\.ci/run|\.sh)$')
+    while IFS= read -r file; do
+        /usr/bin/python3 -c 'import ast, sys; ast.parse(open(sys.argv[1], encoding="utf-8").read())' \
+            "$file" || return 1
+    done < <(sources '\.py$')
+}
+
+# The sources that the build compiles, without what it made itself.
+compiled_sources()
+{
+    sed -nE 's/^ *"file": "(.*)",?$/\1/p' "$build/compile_commands.json" \
+        | sed "s|^$project_dir/||" | grep -E '^(src|tests|tools)/' | sort -u
+}
+
+# The long analysis of paths is for what ships.
+check_tidy()
+{
+    local code=0
+    compiled_sources | grep -v '^tests/' \
+        | xargs -d '\n' -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet || code=1
+    compiled_sources | grep '^tests/' | xargs -d '\n' -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet \
+        --checks='-clang-analyzer-*' || code=1
+    return "$code"
+}
+
+check_clazy()
+{
+    compiled_sources | xargs -d '\n' -P "$(nproc)" -n 4 clazy-standalone -p "$build" \
+        --checks=level0,level1 --header-filter="^$project_dir/(src|tests|tools)/" || return 1
+    # It ends well whatever it finds.
+    ! grep -qE '\[-Wclazy-' "$logs/clazy.log"
+}
+
+install_packages "${packages_build[@]}" "${packages_run[@]}" "${packages_screen[@]}" "${packages_test[@]}"
+mkdir -p "$logs" || die "can't make $logs"
+trap finish EXIT
+cd "$project_dir"
+
+if wanted lint; then
+    say "lint"
+    check layout check_layout
+    check words "$project_dir/scripts/check-words.sh"
+    check scripts check_scripts
+fi
+
+if [ "$what" != asan ]; then
+    say "building"
+    build_project "$build" "$logs/build.log" -DCMAKE_BUILD_TYPE=Release \
+        || { reasons+=("the build failed, see $logs/build.log"); exit 1; }
+fi
+wanted unit && run_ctest unit "$build" -j2 -LE system
+wanted system && run_ctest system "$build" -L system
+
+if wanted lint; then
+    say "lint of the language and the toolkit"
+    check tidy check_tidy
+    check clazy check_clazy
+fi
+
+if wanted asan; then
+    say "building with the sanitizers"
+    build_project "$asan" "$logs/asan-build.log" -DCMAKE_BUILD_TYPE=Debug -DKELMORAN_SANITIZE=ON \
+        || { reasons+=("the build with the sanitizers failed, see $logs/asan-build.log"); exit 1; }
+    # The web engine doesn't run under them.
+    run_ctest asan "$asan" -j2 -LE "system|report"
+fi
