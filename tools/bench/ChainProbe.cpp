@@ -37,12 +37,11 @@ void ChainProbe::watch(const TaskDialog &task)
 
 void ChainProbe::linkEntered(const TaskDialog &task, int stage)
 {
-    const qint64 now = TimeSource::current().nanoseconds();
     // Link 1 follows the closing wait, which is started by the answer and not by a link.
     if (stage == m_lastStage + 1 && m_nominal >= 0)
-        m_lateness.push_back(milliseconds(now - m_entered) - m_nominal);
+        m_lateness.push_back(milliseconds(m_delivered - m_entered) - m_nominal);
     m_lastStage = stage;
-    m_entered = now;
+    m_entered = TimeSource::current().nanoseconds(); // its timer has just been started
     m_nominal = runningInterval(task);
     m_linkRuns = true;
 }
@@ -52,15 +51,15 @@ bool ChainProbe::notify(QObject *receiver, QEvent *event)
     if (!m_watching || m_depth > 0)
         return QApplication::notify(receiver, event);
     const bool paints = event->type() == QEvent::UpdateRequest || event->type() == QEvent::Paint;
-    const qint64 start = TimeSource::current().nanoseconds();
+    m_delivered = TimeSource::current().nanoseconds();
     ++m_depth;
     m_linkRuns = false;
     const bool done = QApplication::notify(receiver, event);
     --m_depth;
-    const double took = milliseconds(TimeSource::current().nanoseconds() - start);
+    const double took = milliseconds(TimeSource::current().nanoseconds() - m_delivered);
     if (m_linkRuns)
-        m_work.push_back(took);
-    else if (paints && !m_work.empty())
-        m_work.back() += took; // what the link had changed is painted now
+        m_work[m_lastStage].push_back(took);
+    else if (paints && !m_work[m_lastStage].empty())
+        m_work[m_lastStage].back() += took; // what the link had changed is painted now
     return done;
 }

@@ -7,6 +7,7 @@
 #include "TaskTimer.h"
 #include "Test2.h"
 #include "dataFolders.h"
+#include "patientsList.h"
 #include "resources.h"
 #include "resultFiles.h"
 
@@ -62,6 +63,7 @@ int main(int argc, char *argv[])
     QDir::setCurrent(root.filePath(QStringLiteral("bin")));
     dataFolders::create();
     resultFiles::createTrialLog();
+    patientsList::createIfMissing();
     initResources();
     sessionStore().patientName = QStringLiteral("Doe Jane 01.02.1950");
 
@@ -72,7 +74,7 @@ int main(int argc, char *argv[])
     answerTargets(task, reaction);
     auto *results = task.findChild<QPushButton *>(QStringLiteral("pb_results"));
 
-    task.goTest2(0, false, false, true, false);
+    task.goTest2(0, false, false, false, false);
     auto *number = task.findChild<QLineEdit *>(QStringLiteral("le_number"));
     number->setText(trials);
     task.toLe_number();
@@ -84,6 +86,11 @@ int main(int argc, char *argv[])
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 
     print("an interval of the chain, late by", probe.lateness());
-    print("a link of the chain, with its paint", probe.work());
+    std::vector<double> all;
+    for (const auto &[link, work] : probe.work()) {
+        all.insert(all.end(), work.begin(), work.end());
+        print(qPrintable(QStringLiteral("link %1, with its paints").arg(link)), work);
+    }
+    print("all links", all);
     return 0;
 }
