@@ -34,6 +34,7 @@ packages_test=(
     clang-format             # layout of the sources
     clang-tidy               # the checker of the language
     clazy                    # the checker of the toolkit's traps
+    libclang-rt-14-dev       # the sanitizers that go with clang
     git                      # lists the sources
     locales                  # makes the German locale of the system tests
 )
