@@ -1,6 +1,7 @@
 #include "TaskDialog.h"
 
 #include "Messages.h"
+#include "Result.h"
 #include "TaskTimer.h"
 #include "patientsList.h"
 #include "rows.h"
@@ -227,6 +228,8 @@ void TaskDialog::toPb_results()
     leave(true);
     qCDebug(lcTask, "Results");
     close();
+    m_result->raise(); // in front of the main window, which comes forward when the task goes
+    m_result->activateWindow();
 }
 
 void TaskDialog::toPb_mainMenu()

@@ -1,4 +1,5 @@
 #include "Rehearsed.h"
+#include "TrialRow.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -36,18 +37,7 @@ private Q_SLOTS:
 
 namespace {
 
-enum Column {
-    Task = 5,
-    Session,
-    Date,
-    Time,
-    Subtask,
-    RankTask,
-    RankSub,
-    Rt = 20,
-    Position,
-    Error = 29
-};
+using namespace column;
 
 constexpr QLatin1String resultsFile("Results/results_T2.csv");
 constexpr QLatin1String patientsFile("Parameters/patients_list.txt");

@@ -7,6 +7,7 @@
 #include "DrawRectangle.h"
 #include "Result.h"
 #include "Test2.h"
+#include "TrialRow.h"
 #include "VirtualTime.h"
 #include "patientsList.h"
 
@@ -114,25 +115,3 @@ public:
     DrawRectangle *target = task.findChild<DrawRectangle *>();
     QLabel *asterisk = task.findChild<QLabel *>(QStringLiteral("lbl_asterisk"));
 };
-
-/// The columns of a trial row.
-namespace column {
-enum {
-    Code,
-    Gender,
-    LastName,
-    FirstName,
-    Dob,
-    Task,
-    Session,
-    Date,
-    Time,
-    Subtask,
-    RankTask,
-    RankSub,
-    Rt = 20,
-    Position = 21,
-    Error = 29,
-    Count = 30
-};
-} // namespace column

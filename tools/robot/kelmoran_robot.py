@@ -183,10 +183,13 @@ class Robot:
         window = self.main_window()
         self.hands.click(window.x + 18, window.y + 12)
         self._wait_popup()
-        # A menu reached by the keyboard opens with its first entry chosen.
+        # A menu reached by the keyboard opens with its first entry chosen. Each step is seen before
+        # the next: a key that comes while a menu opens is lost.
         steps = MENUS.index(menu)
         for key in (["Right"] * steps or ["Right", "Left"]) + ["Down"] * entry:
+            self.wait_still()
             self.hands.press(key)
+        self.wait_still()
         self.hands.press("Return")
         self._wait_no_popup()
 
