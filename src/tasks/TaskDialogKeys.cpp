@@ -41,6 +41,8 @@ bool TaskDialog::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::KeyPress) {
         auto *press = static_cast<QKeyEvent *>(event);
         const int key = press->key();
+        if (press->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+            return false; // Ctrl+C copies
         if (key == Qt::Key_C)
             return clickForward();
         if (m_stage != 0 && (key == Qt::Key_Space || key == Qt::Key_E || key == Qt::Key_P)) {

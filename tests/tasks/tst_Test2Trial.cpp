@@ -735,6 +735,8 @@ void tst_Test2Trial::theShortcutWorksFromThePanel()
     auto *edit = desk.widget<QLineEdit>("le_timer05");
     QTest::keyClick(edit, Qt::Key_P);
     QVERIFY(desk.shown("pb_continue"));
+    QTest::keyClick(edit, Qt::Key_C, Qt::ControlModifier); // copies
+    QVERIFY(desk.shown("pb_continue"));
     QTest::keyClick(edit, Qt::Key_C);
     QVERIFY(!desk.shown("pb_continue"));
     QCOMPARE(edit->text(), QStringLiteral("600"));
