@@ -36,7 +36,7 @@ private Q_SLOTS:
     {
         Listener listener;
         send(listener, QEvent::KeyPress, Qt::Key_Space, 1000);
-        for (const quint64 at : {1500, 1540, 1580}) {
+        for (const quint64 at : {1500ULL, 1540ULL, 1580ULL}) {
             send(listener, QEvent::KeyRelease, Qt::Key_Space, at);
             send(listener, QEvent::KeyPress, Qt::Key_Space, at);
         }
