@@ -155,12 +155,4 @@ QList<Failure> appendScores(int task, const QString &patientKey, const QByteArra
     return failed;
 }
 
-QList<Failure> fileScores(int task, const QString &patientKey, const QByteArray &validRows,
-                          const QByteArray &scoreRow, QFile &validLog, QFile &resultLog)
-{
-    createArchive(patientKey);
-    return appendValidRows(validRows, validLog) +
-           appendScores(task, patientKey, scoreRow, resultLog);
-}
-
 } // namespace resultFiles

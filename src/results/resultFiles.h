@@ -52,11 +52,6 @@ QList<Failure> appendValidRows(const QByteArray &validRows, QFile &validLog);
 QList<Failure> appendScores(int task, const QString &patientKey, const QByteArray &scoreRow,
                             QFile &resultLog);
 
-/// All that the end of a test files, in its order. A file that fails doesn't keep the others from
-/// being written.
-QList<Failure> fileScores(int task, const QString &patientKey, const QByteArray &validRows,
-                          const QByteArray &scoreRow, QFile &validLog, QFile &resultLog);
-
 /// The core of all of them: writes all of the bytes to an open device, through any buffer. Returns
 /// the error string, empty if all went well; a file is then cut back to the length it had.
 QString append(QIODevice &device, const QByteArray &bytes);

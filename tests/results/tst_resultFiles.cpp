@@ -14,6 +14,14 @@ using namespace resultFiles;
 
 namespace {
 
+/// What the end of a test files, in its order.
+QList<Failure> fileScores(int task, const QString &patient, const QByteArray &validRows,
+                          const QByteArray &scoreRow, QFile &valid, QFile &result)
+{
+    createArchive(patient);
+    return appendValidRows(validRows, valid) + appendScores(task, patient, scoreRow, result);
+}
+
 constexpr QLatin1String trialLog("Results/output.csv");
 constexpr QLatin1String validLog("Results/valid-output.csv");
 constexpr QLatin1String scores("Results/results_T2.csv");
@@ -21,6 +29,7 @@ constexpr QLatin1String key("Martin Anne 30.12.1951");
 constexpr QLatin1String archive("Archives/Martin Anne 30.12.1951");
 constexpr QLatin1String
     patientScores("Archives/Martin Anne 30.12.1951/results_T2_Martin Anne 30.12.1951.csv");
+
 QByteArray header()
 {
     return tables::_headerArchive;

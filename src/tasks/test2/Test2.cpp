@@ -22,8 +22,6 @@ constexpr int crossSize = 40;
 constexpr int arrowSize = 100;
 constexpr int targetSize = 2 * attentionLayout::targetHalf;
 constexpr int markerGray = 100;
-constexpr int foreperiodSpan = 1200; // ms
-constexpr int testTrials = 96;
 
 /// The words of the frame, for the catalogues: they are translated in the task's context.
 [[maybe_unused]] constexpr const char *frameTexts[] = {

@@ -91,6 +91,8 @@ protected:
 private:
     enum Condition { Neutral, Alerted, Oriented };
     static constexpr std::size_t conditions = AttentionScores::conditions;
+    static constexpr int foreperiodSpan = 1200; ///< ms that are drawn on top of timer01
+    static constexpr int testTrials = 96;       ///< valid ones
 
     void drawSpentTables();
     void showFixation(bool arrow);

@@ -13,7 +13,6 @@
 
 namespace {
 constexpr int trainingTrials = 5; // valid ones, a condition
-constexpr int testTrials = 96;
 /// The arrow's ninth turn of the demonstration goes past the last direction of the table.
 constexpr double pastTheTable = 250.0;
 

@@ -22,11 +22,10 @@
 Q_DECLARE_LOGGING_CATEGORY(lcTest2)
 
 namespace {
-constexpr int foreperiodSpan = 1200; // ms
-constexpr int slowest = 2000;        // ms; a later answer is none in the test
+constexpr int slowest = 2000; // ms; a later answer is none in the test
 
 // The timers of the chain by what they end.
-enum { Foreperiod, Cue, Wait, Limit, Closing, ChainEnd };
+enum { Foreperiod, Cue, Wait, Limit, Closing };
 } // namespace
 
 void Test2::sequence0()
