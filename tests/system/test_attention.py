@@ -3,7 +3,7 @@
 import unittest
 
 from desk import ERROR, IDENTITY, KEY, PATIENT_LINE, RANK, SESSION, T2_POSITION, T2_RT, Desk
-from kelmoran_robot import DIRECTIONS, AttentionTask
+from attention_task import DIRECTIONS, AttentionTask
 from waiting import holds_for, wait_for
 
 
@@ -12,9 +12,6 @@ class Attention(Desk):
         direction = task.wait_target()
         task.answer(by_mouse)
         return DIRECTIONS[direction]
-
-    def patients(self) -> bytes:
-        return self.parameters("patients_list.txt").read_bytes()
 
     def test_a_short_test_is_filed(self) -> None:
         robot, task = self.start_attention(6)

@@ -16,8 +16,9 @@ import sys
 import time
 from pathlib import Path
 
+from attention_task import DIRECTIONS, AttentionTask
 from eyes import Picture
-from kelmoran_robot import DIRECTIONS, AttentionTask, Program, Robot
+from kelmoran_robot import Program, Robot
 from virtual_screen import VirtualScreen
 from waiting import RobotError, wait_for
 

@@ -51,6 +51,19 @@ class Picture:
     def brightest(self) -> int:
         return max(self.data[1::4])
 
+    def line(self, y: int) -> bytes:
+        """The light of a line, a byte a pixel."""
+        return self.data[y * self.width * 4 + 1:(y + 1) * self.width * 4:4]
+
+    def is_dark(self) -> bool:
+        """Whether nothing at all is on it."""
+        return not any(self.data[1::4])
+
+    def part(self, x: int, y: int, width: int, height: int) -> Picture:
+        lines = (self.data[(row * self.width + x) * 4:(row * self.width + x + width) * 4]
+                 for row in range(y, y + height))
+        return Picture(width, height, b"".join(lines))
+
     def png(self) -> bytes:
         colours = bytearray(self.width * self.height * 3)
         for channel in range(3):
@@ -84,6 +97,18 @@ class Eyes:
     def whole(self) -> Picture:
         screen = self._display.screen()
         return self.area(0, 0, screen.width_in_pixels, screen.height_in_pixels)
+
+    # The mouse pointer
+
+    def pointer(self) -> tuple[int, int]:
+        place = self._root.query_pointer()
+        return place.root_x, place.root_y
+
+    def pointer_is_shown(self) -> bool:
+        """Whether the pointer has a picture with something on it."""
+        self._display.xfixes_query_version()
+        picture = self._display.xfixes_get_cursor_image(self._root)
+        return any(pixel >> 24 for pixel in picture.cursor_image)
 
     # Windows
 

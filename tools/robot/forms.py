@@ -36,6 +36,10 @@ class Form:
     def place(self, widget: str) -> Place:
         return self._places[widget]
 
+    def names(self, prefix: str) -> list[str]:
+        """The widgets whose name begins so, in the order of the form."""
+        return [name for name in self._places if name.startswith(prefix)]
+
     def _read(self, parent: ElementTree.Element) -> None:
         for widget in parent.findall("widget"):
             place = widget.find("property[@name='geometry']/rect")

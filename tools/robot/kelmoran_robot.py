@@ -5,7 +5,6 @@ The robot knows where a widget stands from the forms, and what it shows from the
 
 from __future__ import annotations
 
-import math
 import os
 import subprocess
 import time
@@ -25,14 +24,10 @@ ENTRIES = {
     "actionQuitter": ("menuFile", 2), "actionAdd_patient": ("menuUsers", 0),
     "actionAssessor": ("menuUsers", 1),
 }
-TARGET_RADIUS = 250
+PARTS = (5, 6, 7)  # the test buttons that "Subtasks" brings
 DARK = 130
-ASTERISK_AT_LEAST = 430  # it has 590 white pixels
-ARROW_AT_LEAST = 150  # it has 270
 MENU_BAR_AT_MOST = 40
 STILL_FOR = 0.15
-SHORT_WAITS = {"le_timer01": 20, "le_timer02": 60, "le_timer03": 40, "le_timer05": 20}
-DIRECTIONS = ("E", "SE", "S", "SW", "W", "NW", "N", "NE")
 
 
 def program_environment(screen: VirtualScreen, locale: str) -> dict[str, str]:
@@ -304,13 +299,18 @@ class Robot:
 
     # Tests
 
-    def start_test(self, number: int, parameters: bool = True, instruction: bool = False,
-                   training: bool = False, fixed_duration: bool = False) -> Window:
+    def start_test(self, number: int, **options: bool) -> Window:
+        """Presses a test button, 1 to 7, and waits for its task; the options as in press_test."""
+        self.press_test(number, **options)
+        return self.wait_full_screen()
+
+    def press_test(self, number: int, parameters: bool = True, instruction: bool = False,
+                   training: bool = False, fixed_duration: bool = False) -> None:
         for box, on in (("cb_parameters", parameters), ("cb_withInstruction", instruction),
-                        ("cb_withTraining", training), ("cb_fixedDuration", fixed_duration)):
+                        ("cb_withTraining", training), ("cb_fixedDuration", fixed_duration),
+                        ("cb_subTask", number in PARTS)):
             self.set_option(box, on)
         self.click_main(f"pb_test{number}")
-        return self.wait_full_screen()
 
     def wait_full_screen(self) -> Window:
         def look() -> Window | None:
@@ -319,168 +319,3 @@ class Robot:
                          and window.height == self.screen.height
                          and self.eyes.has_focus(window)), None)
         return wait_for("a task on the whole screen", look)
-
-
-class AttentionTask:
-    """The attention task on the whole screen, as its assessor and its patient see it."""
-
-    def __init__(self, robot: Robot) -> None:
-        self.robot = robot
-        self.hands = robot.hands
-        self.eyes = robot.eyes
-        self.x = robot.screen.width // 2
-        self.y = robot.screen.height // 2
-        self.targets = [self._target_place(direction) for direction in range(8)]
-
-    def _target_place(self, direction: int) -> tuple[int, int]:
-        angle = math.radians(45 * direction)
-        return (self.x + int(TARGET_RADIUS * math.cos(angle)),
-                self.y + int(TARGET_RADIUS * math.sin(angle)))
-
-    # What is on the screen
-
-    def target(self) -> int | None:
-        """The direction of the target, an index into DIRECTIONS; nothing if it isn't up."""
-        for direction, (x, y) in enumerate(self.targets):
-            if self.eyes.is_bright(x, y):
-                return direction
-        return None
-
-    def fixation(self) -> str | None:
-        """What stands at the centre: cross, asterisk or arrow, told apart by how much of it is
-        white. The lines of the cross are thin and nowhere quite white."""
-        half = 30
-        picture = self.eyes.area(self.x - half, self.y - half, 2 * half, 2 * half)
-        white = picture.bright_count()
-        if white > ASTERISK_AT_LEAST:
-            return "asterisk"
-        if white > ARROW_AT_LEAST:
-            return "arrow"
-        return "cross" if picture.brightest() > DARK / 2 else None
-
-    def is_shown(self, mark: Place) -> bool:
-        return self.eyes.area(mark.x, mark.y, mark.width, mark.height).bright_count() > 8
-
-    @property
-    def go(self) -> Place:
-        """The left edge of the button at the centre, which no stimulus reaches."""
-        return Place(self.x - 70, self.y - 25, 15, 50)
-
-    @property
-    def corner_button(self) -> Place:
-        """"Next", "Continue", and "Go" in training: one at a time stands there."""
-        return Place(self.x + 512 - 140, self.y + 384 - 50, 140, 50)
-
-    @property
-    def mode(self) -> Place:
-        return Place(self.x + 512 - 300, self.y - 384, 300, 50)
-
-    @property
-    def instruction(self) -> Place:
-        return Place(self.x - 250, self.y - 80, 500, 160)
-
-    @property
-    def results(self) -> Place:
-        return Place(self.x - 100 - 70, self.y - 25, 140, 50)
-
-    @property
-    def main_menu(self) -> Place:
-        return Place(self.x + 100 - 70, self.y - 25, 140, 50)
-
-    @property
-    def panel(self) -> Place:
-        place = form("Test2").place("lbl_timer01")
-        return Place(place.x, place.y, 200, 340)
-
-    # What is done
-
-    def wait_shown(self, mark: Place, what: str, timeout: float = 10) -> None:
-        wait_for(what, lambda: self.is_shown(mark), timeout)
-
-    def wait_hidden(self, mark: Place, what: str, timeout: float = 10) -> None:
-        wait_for(f"{what} to go", lambda: not self.is_shown(mark), timeout)
-
-    def click(self, mark: Place) -> None:
-        self.hands.click(*mark.centre)
-
-    def set_parameter(self, edit: str, value: int, leave: bool = True) -> None:
-        """Types a value into an edit of the panel and reads it back, as a careful assessor does;
-        `leave` sends it off with Return."""
-        for _ in range(3):
-            self._type_over(edit, str(value))
-            if self._reads(str(value)):
-                break
-        else:
-            raise RobotError(f"{edit} doesn't take {value}")
-        if leave:
-            self.hands.press("Return")
-
-    def _type_over(self, edit: str, text: str) -> None:
-        self.hands.click(*form("Test2").place(edit).centre)
-        self.hands.press("Control_L", "a")
-        self.hands.type(text)
-
-    def _reads(self, text: str) -> bool:
-        """Whether the edit that has the keyboard holds this text."""
-        self.hands.press("Control_L", "a")
-        self.hands.press("Control_L", "c")
-        try:
-            wait_for("the copy", lambda: self.eyes.selection("CLIPBOARD") == text, 1)
-        except RobotError:
-            return False
-        return True
-
-    def next_step(self, by_key: bool = False) -> None:
-        """Goes on in an instruction by "Next" or its key C, and sees the middle of the screen
-        change."""
-        self.wait_shown(self.corner_button, "the Next button")
-        mark = self.instruction
-        place = mark.x, mark.y, mark.width, mark.height
-        before = self.eyes.area(*place)
-        if by_key:
-            self.hands.press("c")
-        else:
-            self.click(self.corner_button)
-        wait_for("the next step of the instruction", lambda: self.eyes.area(*place) != before)
-
-    def shorten(self, number: int | None = None) -> None:
-        """Short waits, and if told a short test."""
-        for edit, wait in SHORT_WAITS.items():
-            self.set_parameter(edit, wait)
-        if number is not None:
-            self.set_parameter("le_number", number)
-
-    def press_go(self) -> None:
-        self.wait_shown(self.go, "the Go button")
-        self.hands.click(self.x, self.y)
-        self.wait_hidden(self.go, "the Go button")
-
-    def press_corner_button(self) -> None:
-        self.wait_shown(self.corner_button, "the button at the bottom right")
-        self.click(self.corner_button)
-
-    def wait_target(self, timeout: float = 10) -> int:
-        found: list[int] = []
-
-        def look() -> bool:
-            direction = self.target()
-            if direction is not None:
-                found.append(direction)
-            return bool(found)
-        wait_for("a target", look, timeout)
-        return found[0]
-
-    def wait_no_target(self) -> None:
-        wait_for("the target to go", lambda: self.target() is None)
-
-    def answer(self, by_mouse: bool = False) -> None:
-        """Answers a target that is up, and sees it go."""
-        if by_mouse:
-            self.hands.click(10, 700)
-        else:
-            self.hands.press("space")
-        self.wait_no_target()
-
-    def wait_end(self) -> None:
-        self.wait_shown(self.results, "the Results button")
-        self.wait_shown(self.main_menu, "the Main Menu button")
