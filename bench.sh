@@ -1,34 +1,49 @@
 #!/bin/bash
 # Measures the program on this machine; nothing here passes or fails.
 #
-#   ./bench.sh [pieces|start|rehearsal|chain|all]
+#   ./bench.sh [pieces|start|rehearsal|chain|exposures|drift|crosses|observers|all]
 #
 #   pieces      the statistics, a draw, a row, the paint of each stimulus, the patient list
 #   start       from the start to the main window, and the memory that it then takes
-#   rehearsal   one rehearsed attention test of 96 valid trials: wall time and instructions
+#   rehearsal   one rehearsed attention test of 96 valid trials, wall time and instructions, and one
+#               visual recognition and one memory test, wall time
 #   chain       one attention test in real time on a virtual screen: how late its intervals are,
 #               beside a process that only waits, and what a link of the chain costs
-#   all         all four (the default)
+#   exposures   every exposure of the visual recognition task in real time on a virtual screen, from
+#               paint to paint, beside a process that only waits (six minutes)
+#   drift       a minute of the movement detection task's field, on a screen of 1280 by 1024 and on
+#               one of 3840 by 2160: from paint to paint, and what of a core it takes
+#   crosses     24 trials of the memory task in real time on a virtual screen, from paint to paint,
+#               beside a process that only waits (four minutes)
+#   observers   the staircase of the visual perception task against simulated observers: a table and
+#               its picture in build/observers
+#   all         all eight (the default)
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 what=${1:-all}
 case $what in
-pieces | start | rehearsal | chain | all) ;;
+pieces | start | rehearsal | chain | exposures | drift | crosses | observers | all) ;;
 -h | --help)
-    sed -n '2,11s/^# \{0,1\}//p' "$0"
+    sed -n '2,20s/^# \{0,1\}//p' "$0"
     exit 0
     ;;
-*) die "unknown part $what (pieces, start, rehearsal, chain, all)" ;;
+*) die "unknown part $what (pieces, start, rehearsal, chain, exposures, drift, crosses, observers, all)" ;;
 esac
 
 build=$project_dir/build/bench
 scratch=$(mktemp -d)
 screen_pids=()
 
-cleanup()
+close_screen()
 {
     [ ${#screen_pids[@]} -eq 0 ] || kill "${screen_pids[@]}" 2>/dev/null || true
+    screen_pids=()
+}
+
+cleanup()
+{
+    close_screen
     rm -rf "$scratch"
 }
 trap cleanup EXIT
@@ -38,12 +53,13 @@ wanted()
     [ "$what" = all ] || [ "$what" = "$1" ]
 }
 
-# A screen of 1280 by 1024 with a window manager, for the parts that need one.
+# A screen with a window manager, for the parts that need one: open_screen [SIZE]
 open_screen()
 {
     [ ${#screen_pids[@]} -eq 0 ] || return 0
+    rm -f "$scratch/display"
     mkfifo "$scratch/display"
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$scratch/display" 2>/dev/null &
+    Xvfb -displayfd 3 -screen 0 "${1:-1280x1024}x24" -nolisten tcp -noreset 3>"$scratch/display" 2>/dev/null &
     screen_pids+=($!)
     local number
     read -r number <"$scratch/display"
@@ -99,29 +115,81 @@ measure_start()
 measure_rehearsal()
 {
     local rehearse=$build/tools/rehearse/kelmoran-rehearse run began
-    say "a rehearsed attention test of 96 valid trials"
+    say "a rehearsed attention test of 96 valid trials, a visual recognition and a memory test"
     for run in 1 2 3 4 5; do
         began=$(milliseconds)
         "$rehearse" --root "$scratch/rehearsal-$run" --task test2 --seed "$run" >/dev/null
         printf 'run %d: %d ms\n' "$run" $(($(milliseconds) - began))
+    done
+    for run in 1 2 3 4 5; do
+        "$rehearse" --root "$scratch/vision-$run" --task test1 --training --seed "$run" >/dev/null
+        began=$(milliseconds)
+        "$rehearse" --root "$scratch/vision-$run" --task test1 --seed "$run" >/dev/null
+        printf 'visual recognition, run %d: %d ms\n' "$run" $(($(milliseconds) - began))
+    done
+    for run in 1 2 3 4 5; do
+        began=$(milliseconds)
+        "$rehearse" --root "$scratch/memory-$run" --task test4 --seed "$run" >/dev/null
+        printf 'memory, run %d: %d ms\n' "$run" $(($(milliseconds) - began))
     done
     valgrind --tool=callgrind --callgrind-out-file=/dev/null "$rehearse" \
         --root "$scratch/counted" --task test2 --seed 1 2>&1 >/dev/null \
         | awk '/Collected/ { print "instructions: " $NF }'
 }
 
-measure_chain()
+# Runs a command beside a process that waits so many times 100 ms, and tells both.
+beside_bare_timer()
 {
-    say "an attention test of 60 trials in real time (two minutes), beside a process that only waits"
+    local waits=$1 bare
+    shift
     open_screen
-    "$build/tools/bench/kelmoran-bare-timer" 1000 100 >"$scratch/bare" &
-    local bare=$!
-    "$build/tools/bench/kelmoran-chain" 60
+    "$build/tools/bench/kelmoran-bare-timer" "$waits" 100 >"$scratch/bare" &
+    bare=$!
+    "$@"
     wait "$bare"
     sort -g "$scratch/bare" | awk '{ v[NR] = $1 } END {
         printf "%-34s n %4d  median %7.3f  95%% %7.3f  99%% %7.3f  worst %7.3f ms\n",
             "the bare timer, 100 ms, late by", NR, v[int(NR * .5)], v[int(NR * .95)],
             v[int(NR * .99)], v[NR] }'
+}
+
+measure_chain()
+{
+    say "an attention test of 60 trials in real time (two minutes), beside a process that only waits"
+    beside_bare_timer 1000 "$build/tools/bench/kelmoran-chain" 60
+}
+
+measure_exposures()
+{
+    say "exposures of the visual recognition task in real time, beside a process that only waits"
+    beside_bare_timer 3000 "$build/tools/bench/kelmoran-exposures" 20
+}
+
+measure_drift()
+{
+    local size
+    for size in 1280x1024 3840x2160; do
+        say "the drift on a screen of $size, beside a process that only waits"
+        close_screen
+        open_screen "$size"
+        beside_bare_timer 600 "$build/tools/bench/kelmoran-drift" 60
+    done
+    close_screen
+}
+
+measure_crosses()
+{
+    say "the crosses of the memory task in real time, beside a process that only waits"
+    beside_bare_timer 2000 "$build/tools/bench/kelmoran-crosses" 24
+}
+
+measure_observers()
+{
+    local out=$project_dir/build/observers
+    say "the staircase against simulated observers"
+    "$build/tools/observers/kelmoran-observers" --out "$out"
+    /usr/bin/python3 "$project_dir/tools/observers/plot.py" "$out/observers.csv" "$out/observers.png"
+    printf 'the table and its picture: %s\n' "$out"
 }
 
 install_packages "${packages_build[@]}" "${packages_run[@]}" "${packages_screen[@]}" \
@@ -130,10 +198,15 @@ say "building"
 mkdir -p "$build"
 build_project "$build" "$build/build.log" -DCMAKE_BUILD_TYPE=Release -DKELMORAN_BENCH=ON \
     -DBUILD_TESTING=OFF -- \
-    kelmoran kelmoran-rehearse kelmoran-bench kelmoran-chain kelmoran-bare-timer \
+    kelmoran kelmoran-rehearse kelmoran-observers \
+    kelmoran-bench kelmoran-chain kelmoran-exposures kelmoran-drift kelmoran-crosses kelmoran-bare-timer \
     || die "the build failed, see $build/build.log"
 
 ! wanted pieces || measure_pieces
 ! wanted start || measure_start
 ! wanted rehearsal || measure_rehearsal
 ! wanted chain || measure_chain
+! wanted exposures || measure_exposures
+! wanted drift || measure_drift
+! wanted crosses || measure_crosses
+! wanted observers || measure_observers

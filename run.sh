@@ -3,19 +3,21 @@
 # Where there is no display, a scripted assessor and patient carry out one attention test on a virtual
 # screen instead.
 #
-#   ./run.sh [--root DIR] [--no-install]
+#   ./run.sh [--root DIR] [--language XX] [--no-install]
 #
 #   --root DIR     keep the data in DIR instead of ~/.local/share/kelmoran
+#   --language XX  speak en, fr, de, it, es or nl from now on
 #   --no-install   install no packages
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 root=
+language=
 install=yes
 
 usage()
 {
-    sed -n '2,9s/^# \{0,1\}//p' "$project_dir/run.sh"
+    sed -n '2,10s/^# \{0,1\}//p' "$project_dir/run.sh"
 }
 
 while [ $# -gt 0 ]; do
@@ -26,6 +28,15 @@ while [ $# -gt 0 ]; do
         shift
         ;;
     --root=?*) root=$(realpath -m -- "${1#--root=}") ;;
+    --language)
+        language=${2:-}
+        is_language "$language" || die "--language needs one of ${all_languages[*]}"
+        shift
+        ;;
+    --language=*)
+        language=${1#--language=}
+        is_language "$language" || die "--language needs one of ${all_languages[*]}"
+        ;;
     --no-install) install=no ;;
     -h | --help)
         usage
@@ -49,7 +60,7 @@ say "building"
 build=$project_dir/build/run
 mkdir -p "$build" || die "can't make $build"
 build_project "$build" "$build/build.log" -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF -- \
-    kelmoran kelmoran-rehearse \
+    kelmoran kelmoran-rehearse kelmoran_words \
     || die "the build failed, see $build/build.log"
 
 if has_display; then
@@ -57,7 +68,7 @@ if has_display; then
 else
     root=${root:-${XDG_STATE_HOME:-$HOME/.local/state}/kelmoran/demo-$(date +%Y%m%d-%H%M%S)}
 fi
-"$project_dir/scripts/lay-out-root.sh" "$root" "$build" || exit 1
+"$project_dir/scripts/lay-out-root.sh" "$root" "$build" ${language:+"$language"} || exit 1
 say "the data root is $root"
 
 if has_display; then

@@ -1,25 +1,26 @@
 #!/bin/bash
 # Installs what the tests need, builds, and tests.
 #
-#   ./test.sh [unit|system|lint|asan|all]
+#   ./test.sh [unit|rehearsal|system|lint|asan|all]
 #
-#   unit     tests of classes, dialogs and whole tasks in virtual time
-#   system   the real program on a virtual screen, by keyboard and mouse
-#   lint     layout, words and clang-tidy, with warnings as errors
-#   asan     built by clang with clazy's checks, warnings as errors; then the unit tests once more,
-#            under the address and undefined-behaviour sanitizers
-#   all      all four (the default)
+#   unit       tests of classes, dialogs and whole tasks in virtual time
+#   rehearsal  dozens of whole tests with a simulated patient, their scores computed once more
+#   system     the real program on a virtual screen, by keyboard and mouse
+#   lint       layout, words and clang-tidy, with warnings as errors
+#   asan       built by clang with clazy's checks, warnings as errors; then the unit tests once
+#              more, under the address and undefined-behaviour sanitizers
+#   all        all five (the default)
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 what=${1:-all}
 case $what in
-unit | system | lint | asan | all) ;;
+unit | rehearsal | system | lint | asan | all) ;;
 -h | --help)
-    sed -n '2,11s/^# \{0,1\}//p' "$0"
+    sed -n '2,12s/^# \{0,1\}//p' "$0"
     exit 0
     ;;
-*) die "unknown part $what (unit, system, lint, asan, all)" ;;
+*) die "unknown part $what (unit, rehearsal, system, lint, asan, all)" ;;
 esac
 
 build=$project_dir/build/test
@@ -113,6 +114,18 @@ check_scripts()
     done < <(sources '\.py$')
 }
 
+# Whether the catalogues hold the texts of the sources, and no others.
+check_catalogues()
+{
+    local file language fresh=$logs/catalogues
+    rm -rf "$fresh" && mkdir -p "$fresh" || return 1
+    for language in "${all_languages[@]}"; do
+        file=kelmoran_$language.ts
+        cp "languages/$file" "$fresh/$file" && renew_catalogue "$language" "$fresh/$file" || return 1
+        diff -u "languages/$file" "$fresh/$file" || return 1
+    done
+}
+
 # The sources that the build compiles, without what it made itself.
 compiled_sources()
 {
@@ -124,7 +137,8 @@ compiled_sources()
 # clazy.
 check_tidy()
 {
-    compiled_sources | grep -v '^tests/' | xargs -d '\n' -P "$(nproc)" -n 2 clang-tidy -p "$build" --quiet
+    compiled_sources | grep -v '^tests/' | xargs -d '\n' -P "$(nproc)" -n 2 \
+        nice -n 19 clang-tidy -p "$build" --quiet
 }
 
 install_packages "${packages_build[@]}" "${packages_run[@]}" "${packages_screen[@]}" "${packages_test[@]}"
@@ -137,6 +151,7 @@ if wanted lint; then
     check layout check_layout
     check words "$project_dir/scripts/check-words.sh"
     check scripts check_scripts
+    check catalogues check_catalogues
 fi
 
 if [ "$what" != asan ]; then
@@ -144,12 +159,28 @@ if [ "$what" != asan ]; then
     build_project "$build" "$logs/build.log" -DCMAKE_BUILD_TYPE=Release \
         || { reasons+=("the build failed, see $logs/build.log"); exit 1; }
 fi
-wanted unit && run_ctest unit "$build" -j2 -LE system
+wanted unit && run_ctest unit "$build" -j2 -LE "system|rehearsal"
+wanted rehearsal && run_ctest rehearsal "$build" -j2 -L rehearsal
+
+# The system tests wait most of the time, for a trial to come: clang-tidy takes what they leave.
+tidy_pid=
+if wanted lint; then
+    check_tidy >"$logs/tidy-output.log" 2>&1 </dev/null &
+    tidy_pid=$!
+fi
 wanted system && run_ctest system "$build" -L system
+
+tidy_result()
+{
+    local code=0
+    wait "$tidy_pid" || code=$?
+    cat "$logs/tidy-output.log"
+    return "$code"
+}
 
 if wanted lint; then
     say "clang-tidy"
-    check tidy check_tidy
+    check tidy tidy_result
 fi
 
 if wanted asan; then
@@ -158,6 +189,7 @@ if wanted asan; then
     build_project "$asan" "$logs/asan-build.log" -DCMAKE_BUILD_TYPE=Debug -DKELMORAN_SANITIZE=ON \
         -DCMAKE_CXX_COMPILER=clazy \
         || { reasons+=("the build with the sanitizers failed, see $logs/asan-build.log"); exit 1; }
-    # The web engine doesn't run under them.
-    run_ctest asan "$asan" -j2 -LE "system|report"
+    # The web engine doesn't run under them; whole rehearsals are played by one test of their own.
+    run_ctest asan "$asan" -j2 -LE "system|report|rehearsal"
+    run_ctest asan-rehearsal "$asan" -R '^tst_Rehearse$'
 fi

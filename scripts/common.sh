@@ -9,6 +9,26 @@ source "$project_dir/scripts/packages.sh"
 : "${HOME:=$(getent passwd "$(id -u)" | cut -d: -f6)}"
 export HOME
 
+# The languages of the program, in the order of its numbers.
+# shellcheck disable=SC2034
+all_languages=(en fr de it es nl)
+
+is_language()
+{
+    local language
+    for language in "${all_languages[@]}"; do
+        [ "$language" != "$1" ] || return 0
+    done
+    return 1
+}
+
+# Brings a catalogue up to the texts of the sources: LANGUAGE FILE. New ones stand there unfinished.
+renew_catalogue()
+{
+    (cd "$project_dir" && /usr/lib/qt6/bin/lupdate -silent -locations none -no-obsolete \
+        -source-language en -target-language "$1" src forms -ts "$2")
+}
+
 # One line that says what went wrong, and out.
 die()
 {
@@ -85,6 +105,8 @@ build_project()
     [ $# -eq 0 ] || targets=(--target "$@")
     command -v cmake >/dev/null || die "cmake is missing"
     if command -v ccache >/dev/null; then
+        # Two clones of one revision share what was compiled.
+        export CCACHE_BASEDIR=$project_dir CCACHE_NOHASHDIR=1
         options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     fi
     mkdir -p "$dir" || die "can't make $dir"

@@ -44,4 +44,5 @@ packages_bench=(
     xdotool                  # waits for the main window
     libbenchmark-dev         # Google Benchmark
     valgrind                 # counts instructions
+    python3-matplotlib       # draws the picture of the simulated observers
 )

@@ -7,7 +7,11 @@
 #include "Preferences.h"
 #include "SessionStore.h"
 #include "TaskTimer.h"
+#include "Test1.h"
 #include "Test2.h"
+#include "Test3.h"
+#include "Test4.h"
+#include "WebViewer.h"
 #include "assessorRecord.h"
 #include "dataFolders.h"
 #include "fonts.h"
@@ -34,11 +38,15 @@ Kelmoran::Kelmoran(QWidget *parent, Qt::WindowFlags flags)
     m_ui.lbl_versionNb->setText(QStringLiteral("1.1"));
 
     m_calibration = new Calibration(this);
+    m_test4 = new Test4(this);
+    m_test1 = new Test1(this);
     m_test2 = new Test2(this);
+    m_test3 = new Test3(this);
     m_newPatient = new NewPatient(this);
     m_assessor = new Assessor(this);
     m_timer1 = new TaskTimer(this);
     m_timerCal = new TaskTimer(this);
+    m_webViewer = std::make_unique<WebViewer>();
     m_preferences = new Preferences(this);
 
     connectActions();
@@ -58,6 +66,8 @@ Kelmoran::Kelmoran(QWidget *parent, Qt::WindowFlags flags)
     m_timer1->start(mailboxInterval);
     m_timerCal->start(calibrationDelay);
 }
+
+Kelmoran::~Kelmoran() = default;
 
 void Kelmoran::connectActions()
 {
@@ -179,7 +189,8 @@ void Kelmoran::readSessionsBack()
 
 bool Kelmoran::taskIsRunning() const
 {
-    return m_test2->isRunning();
+    return m_test1->isRunning() || m_test2->isRunning() || m_test3->isRunning() ||
+           m_test4->isRunning();
 }
 
 Kelmoran::Options Kelmoran::options() const
@@ -201,6 +212,21 @@ void Kelmoran::runTest(std::size_t sessionIndex, QLineEdit *field, Go go)
     go(options());
 }
 
+void Kelmoran::runVision(std::size_t sessionIndex, QLineEdit *field, int mode)
+{
+    runTest(sessionIndex, field, [this, mode](const Options &chosen) {
+        m_test1->goTest1(mode, chosen.withInstruction, chosen.withTraining, chosen.parameters,
+                         chosen.fixedDuration);
+    });
+}
+
+void Kelmoran::toTest1()
+{
+    qCDebug(lcKelmoran, "*session T1 %6d", m_calibration->isSessionNb_T1());
+    runVision(0, m_ui.le_session1, 0);
+    qCDebug(lcKelmoran, "**session T1 %6d", m_calibration->isSessionNb_T1());
+}
+
 void Kelmoran::toTest2()
 {
     runTest(1, m_ui.le_session2, [this](const Options &chosen) {
@@ -209,13 +235,33 @@ void Kelmoran::toTest2()
     });
 }
 
-// The other tasks are not made yet. Their buttons are there, and raise no session number.
-void Kelmoran::toTest1() {}
-void Kelmoran::toTest3() {}
-void Kelmoran::toTest4() {}
-void Kelmoran::toTest5() {}
-void Kelmoran::toTest6() {}
-void Kelmoran::toTest7() {}
+void Kelmoran::toTest3()
+{
+    runTest(2, m_ui.le_session3, [this](const Options &chosen) {
+        m_test3->goTest3(1, chosen.withInstruction, chosen.withTraining, chosen.parameters,
+                         chosen.fixedDuration);
+    });
+}
+
+void Kelmoran::toTest4()
+{
+    runTest(3, m_ui.le_session4, [this](const Options &chosen) {
+        m_test4->goTest4(chosen.withInstruction, chosen.withTraining, chosen.parameters);
+    });
+}
+
+void Kelmoran::toTest5()
+{
+    runVision(4, m_ui.le_session5, 1);
+}
+void Kelmoran::toTest6()
+{
+    runVision(5, m_ui.le_session6, 2);
+}
+void Kelmoran::toTest7()
+{
+    runVision(6, m_ui.le_session7, 3);
+}
 
 void Kelmoran::startTest() {}
 
@@ -250,10 +296,3 @@ void Kelmoran::toAssessor()
 {
     m_assessor->goAssessor();
 }
-
-// The documents have no viewer yet.
-void Kelmoran::toAbout_Kelmoran() {}
-void Kelmoran::toPrevious_reports() {}
-void Kelmoran::toInstruction_book() {}
-void Kelmoran::toVideo_instructions() {}
-void Kelmoran::toPublications() {}

@@ -8,13 +8,18 @@
 #include <QStringList>
 
 #include <array>
+#include <memory>
 
 class Assessor;
 class Calibration;
 class NewPatient;
 class Preferences;
 class TaskTimer;
+class Test1;
 class Test2;
+class Test3;
+class Test4;
+class WebViewer;
 
 /// The main window, the assessor's desk: who the assessor is, the patients, the test buttons with
 /// their session numbers, and the options of a test. It owns every dialog of the program, and a
@@ -26,6 +31,10 @@ class Kelmoran : public QMainWindow
 public:
     /// Makes what is missing in the data root: the folders, the trial log, the list of patients.
     explicit Kelmoran(QWidget *parent = nullptr, Qt::WindowFlags flags = {});
+    ~Kelmoran() override;
+
+    /// The window of the documents.
+    WebViewer &webViewer() const { return *m_webViewer; }
 
 public Q_SLOTS:
     /// Takes the patient of the combo box: reads the numbers of its line and opens the tests. The
@@ -82,6 +91,8 @@ private:
     /// @param sessionIndex 0 to 6, for T1 to T7
     template <typename Go>
     void runTest(std::size_t sessionIndex, QLineEdit *field, Go go);
+    /// The visual perception task. Mode 0 is the whole of it, 1 to 3 its subtasks.
+    void runVision(std::size_t sessionIndex, QLineEdit *field, int mode);
 
     // The mailboxes.
     void showAssessor();
@@ -99,11 +110,16 @@ private:
     Ui::KelmoranClass m_ui;
 
     Calibration *m_calibration;
+    Test1 *m_test1;
     Test2 *m_test2;
+    Test3 *m_test3;
+    Test4 *m_test4;
     NewPatient *m_newPatient;
     Assessor *m_assessor;
     TaskTimer *m_timer1;
     TaskTimer *m_timerCal;
+    /// A window of its own, as the reports are.
+    std::unique_ptr<WebViewer> m_webViewer;
     Preferences *m_preferences;
 
     // The patient that stands in the store, to be put back when a registration fails.

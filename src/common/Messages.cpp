@@ -19,6 +19,8 @@ void show(QWidget *parent, const Message &message)
         answer(parent, message);
     else if (message.kind == Kind::Warning)
         QMessageBox::warning(parent, message.title, message.text, QMessageBox::Ok);
+    else if (message.kind == Kind::Critical)
+        QMessageBox::critical(parent, message.title, message.text, QMessageBox::Ok);
     else
         QMessageBox::information(parent, message.title, message.text, QMessageBox::Ok);
 }
@@ -33,6 +35,11 @@ void warning(QWidget *parent, const QString &title, const QString &text)
 void information(QWidget *parent, const QString &title, const QString &text)
 {
     show(parent, {Kind::Information, title, text});
+}
+
+void critical(QWidget *parent, const QString &title, const QString &text)
+{
+    show(parent, {Kind::Critical, title, text});
 }
 
 Handling::Handling(Handler newHandler)

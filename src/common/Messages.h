@@ -10,7 +10,7 @@ class QWidget;
 /// in the assessor's place.
 namespace messages {
 
-enum class Kind { Warning, Information };
+enum class Kind { Warning, Information, Critical };
 
 struct Message
 {
@@ -22,6 +22,7 @@ struct Message
 /// A box with a single Ok button; returns when it is answered.
 void warning(QWidget *parent, const QString &title, const QString &text);
 void information(QWidget *parent, const QString &title, const QString &text);
+void critical(QWidget *parent, const QString &title, const QString &text);
 
 /// While one lives, every message goes to its handler and no box is opened. The latest one made
 /// answers.

@@ -1,30 +1,11 @@
 #include "ReportView.h"
 
+#include "LocalProfile.h"
 #include "ReportPage.h"
 
 #include <QPrinter>
-#include <QWebEngineProfile>
-#include <QWebEngineUrlRequestInterceptor>
 
 #include <algorithm>
-
-namespace {
-
-/// A report is a local matter: names of patients leave this machine by no address.
-class LocalOnly : public QWebEngineUrlRequestInterceptor
-{
-public:
-    using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
-
-    void interceptRequest(QWebEngineUrlRequestInfo &info) override
-    {
-        const QUrl url = info.requestUrl();
-        const bool isLocal = url.isLocalFile() && url.host().isEmpty();
-        info.block(!isLocal && url.scheme() != QLatin1String("data"));
-    }
-};
-
-} // namespace
 
 ReportView::ReportView(QWidget *window)
     : m_window(window)
@@ -48,8 +29,7 @@ QWebEngineView &ReportView::view()
 
 void ReportView::makeView()
 {
-    m_profile = new QWebEngineProfile(this); // without a name it writes nothing to the disk
-    m_profile->setUrlRequestInterceptor(new LocalOnly(m_profile));
+    m_profile = new LocalProfile(this);
     m_view = new QWebEngineView(m_profile, m_window);
     m_view->setObjectName(QStringLiteral("webView"));
     m_view->setGeometry(0, 35, 1024, 1160);

@@ -8,8 +8,8 @@
 #include <memory>
 #include <optional>
 
+class LocalProfile;
 class QPrinter;
-class QWebEngineProfile;
 class ReportPage;
 
 /// The web view of a report, with the browser's profile and pages behind it. Nothing of it exists
@@ -50,7 +50,7 @@ private:
     void finishPaper();
 
     QWidget *m_window;
-    QWebEngineProfile *m_profile = nullptr;
+    LocalProfile *m_profile = nullptr;
     QPointer<QWebEngineView> m_view;
     QPointer<ReportPage> m_page;         ///< the report that is shown
     std::unique_ptr<QPrinter> m_printer; ///< lives until the paper is printed

@@ -61,9 +61,9 @@ QString appendToFile(QFile &file, const QString &path, const char *header, const
     return error;
 }
 
-QList<Failure> failures(const QString &fileName, const QString &error)
+Failures failures(const QString &fileName, const QString &error)
 {
-    return error.isEmpty() ? QList<Failure>() : QList<Failure>{{fileName, error}};
+    return error.isEmpty() ? Failures() : Failures{{fileName, error}};
 }
 
 } // namespace
@@ -130,15 +130,15 @@ void createArchive(const QString &patientKey)
     QDir().mkdir(dataFolders::archiveOf(patientKey));
 }
 
-QList<Failure> appendValidRows(const QByteArray &validRows, QFile &validLog)
+Failures appendValidRows(const QByteArray &validRows, QFile &validLog)
 {
     return failures(
         QString::fromLatin1(validLogName),
         appendToFile(validLog, inResults(validLogName), tables::_headerArchive, validRows));
 }
 
-QList<Failure> appendScores(int task, const QString &patientKey, const QByteArray &scoreRow,
-                            QFile &resultLog)
+Failures appendScores(int task, const QString &patientKey, const QByteArray &scoreRow,
+                      QFile &resultLog)
 {
     const char *header = resultHeaders.at(std::size_t(task - 1));
     const QString ofAll = QStringLiteral("results_T%1.csv").arg(task);
@@ -147,7 +147,7 @@ QList<Failure> appendScores(int task, const QString &patientKey, const QByteArra
     const QString archive = dataFolders::archiveOf(patientKey);
 
     QFile patientLog;
-    QList<Failure> failed =
+    Failures failed =
         failures(ofPatient, appendToFile(patientLog, archive + ofPatient, header, scoreRow));
     failed +=
         failures(ofAll, appendToFile(resultLog, dataFolders::path(dataFolders::results, ofAll),

@@ -19,6 +19,7 @@ struct Failure
     QString fileName; ///< without its folder
     QString error;
 };
+using Failures = QList<Failure>;
 
 /// The step of the program's start: ../Results/output.csv with its header, if it can't be opened
 /// for reading. What fails is not told here; the task that opens the log tells it.
@@ -44,13 +45,13 @@ void createArchive(const QString &patientKey);
 
 /// The valid rows of a finished test, to ../Results/valid-output.csv. A new or empty file gets its
 /// header first. The rows are on the disk when this returns.
-QList<Failure> appendValidRows(const QByteArray &validRows, QFile &validLog);
+Failures appendValidRows(const QByteArray &validRows, QFile &validLog);
 
 /// The row of scores of a finished test, to results_Tn_<patient key>.csv in the patient's folder
 /// and to ../Results/results_Tn.csv, in the same manner.
 /// @param task 1 to 4
-QList<Failure> appendScores(int task, const QString &patientKey, const QByteArray &scoreRow,
-                            QFile &resultLog);
+Failures appendScores(int task, const QString &patientKey, const QByteArray &scoreRow,
+                      QFile &resultLog);
 
 /// The core of all of them: writes all of the bytes to an open device, through any buffer. Returns
 /// the error string, empty if all went well; a file is then cut back to the length it had.

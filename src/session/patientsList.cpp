@@ -15,7 +15,7 @@ namespace {
 
 QString listPath()
 {
-    return dataFolders::path(dataFolders::parameters, QStringLiteral("patients_list.txt"));
+    return dataFolders::path(dataFolders::parameters, QString::fromLatin1(name));
 }
 
 const QString copyName = u"_patients_list.txt"_qs;

@@ -12,6 +12,8 @@
 /// "\r\n", UTF-8. The first empty line ends the list for every reader.
 namespace patientsList {
 
+inline constexpr char name[] = "patients_list.txt";
+
 enum Field {
     Gender,
     LastName,

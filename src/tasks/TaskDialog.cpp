@@ -28,7 +28,12 @@ TaskDialog::TaskDialog(QWidget *parent)
     m_result->setAttribute(Qt::WA_QuitOnClose, false); // it goes with the main window
 }
 
-TaskDialog::~TaskDialog() = default;
+TaskDialog::~TaskDialog()
+{
+    // A line edit that loses the focus because it is destroyed would act on a task that is no more.
+    for (const QWidget *widget : qAsConst(m_panel))
+        widget->disconnect(this);
+}
 
 void TaskDialog::setUpFrame(const TaskWidgets &widgets, const QList<QWidget *> &stimuli)
 {
@@ -83,13 +88,14 @@ void TaskDialog::go(const Options &options)
     m_instructing = options.withInstruction;
     m_stage = 0;
     m_logError.clear();
+    m_failures.clear();
     m_trialNo = 0;
     m_trialCount = 0;
     m_markedError = false;
+    m_paused = false;
     m_duration = msToQtime(0);
     m_trialStamp = TimeSource::current().currentDateTime();
-    m_widgets.result->clear();
-    m_widgets.rtDelta->clear();
+    clearResult();
     resetRun();
     resetBlock();
 
@@ -101,13 +107,29 @@ void TaskDialog::go(const Options &options)
 
     writeDefaults();
     m_widgets.task->setText(QStringLiteral("%1").arg(m_taskCode));
-    m_widgets.subtask->setText(QStringLiteral("%1").arg(m_subtask));
-    m_widgets.pitch->setText(
-        QStringLiteral("%L1").arg(m_calibration->isHorzPitch() / 1000.0, 8, 'f', 3));
+    if (m_widgets.subtask)
+        m_widgets.subtask->setText(QStringLiteral("%1").arg(m_subtask));
     updateCycle();
     showPanel(options.parameters);
     layOutControls();
-    beginFirstPhase();
+    if (mayBegin())
+        beginFirstPhase();
+}
+
+int TaskDialog::fullCycle() const
+{
+    return 0; // a task without such an option
+}
+
+void TaskDialog::clearResult()
+{
+    if (m_widgets.result)
+        m_widgets.result->clear();
+}
+
+bool TaskDialog::mayBegin()
+{
+    return true;
 }
 
 void TaskDialog::takeScreen()
@@ -157,7 +179,7 @@ void TaskDialog::setNumber(int number)
 
 void TaskDialog::toLe_number()
 {
-    m_number = parsed::toInt(m_widgets.number->text());
+    setNumber(parsed::toInt(m_widgets.number->text()));
 }
 
 void TaskDialog::takeTimer(const QLineEdit *edit, int &parameter)
@@ -193,6 +215,11 @@ void TaskDialog::hidePointer()
 {
     pointAt({10, 700});
     setCursor(Qt::BlankCursor);
+}
+
+QString TaskDialog::pitchText(int pitch)
+{
+    return QStringLiteral("%L1").arg(pitch / 1000.0, 8, 'f', 3);
 }
 
 QTime TaskDialog::msToQtime(int ms)

@@ -86,16 +86,26 @@ protected:
     virtual void resetRun() = 0;         ///< counters, tables and scores to zero
     virtual void placeStimuli() = 0;     ///< every stimulus its geometry
     virtual void writeDefaults() = 0;    ///< the parameters into members and line edits
+    virtual bool mayBegin();             ///< false: the run was refused, and the reason told
     virtual void beginInstruction() = 0; ///< the title of the first part
     virtual void beginTraining() = 0;    ///< the first training block
     virtual void resetBlock() = 0;       ///< counts to zero, shuffled tables spent
-    virtual int fullCycle() const = 0;   ///< ms of a trial cycle under "Fixed duration"
+    virtual int fullCycle() const;       ///< ms of a trial cycle under "Fixed duration"
+    virtual bool mayPause() const;       ///< P is taken
+    virtual bool awaitsAnswer() const;   ///< E is taken, and P
+    virtual Mode struckMode() const;     ///< the word over a struck trial
+    virtual void holdTrial(Mode mode);   ///< paused or struck, under this word
     virtual void endMarkedTrial() = 0;   ///< closes the trial that the assessor struck by E
-    virtual void taskKey(int key) = 0;   ///< the keys that not all tasks have
+    virtual void continueTrial();        ///< behind a pause or a strike
+    virtual void taskKey(int key);       ///< the keys that not all tasks have
+    virtual void hideGuides();           ///< what the assessor has laid over the stimuli
     virtual int sessionNumber() const = 0;
-    virtual void computeScores() = 0;
+    virtual int fileNumber() const;                 ///< of results_Tn.csv, 1 to 4
+    virtual resultFiles::Failures keepThresholds(); ///< at every stop, into the patient's line
+    virtual void computeScores();                   ///< once, when the test is over
     virtual QByteArray scoreRow() = 0; ///< made when it is written: it holds date and time
     virtual void goResult(bool show) = 0;
+    virtual const char *menuWord() const; ///< debug output of pb_mainMenu
 
     void enterStage(int stage);
     void setNumber(int number);
@@ -105,6 +115,8 @@ protected:
     void takeTimer(const QLineEdit *edit, int &parameter);
     void setCycle(int ms);
 
+    /// What is shown as the pitch of the screen, in mm; the argument is in micrometres.
+    static QString pitchText(int pitch);
     void showMode(Mode mode);
     void pointAt(const QPoint &place);
     void pointAtNext();
@@ -114,13 +126,22 @@ protected:
     QRect centred(int width, int height) const;
     void showGoAtCorner();
     void hideStimuli();
+    /// Paints at once what a link has changed, in one pass, so that the time that it starts begins
+    /// with the picture.
+    void paintNow();
 
     /// A block of training has been set up; pb_go starts it.
     void showTraining(const QString &title, int subtask, int number);
     /// From the last training block to the test.
     void beginTest(int number);
     bool openTrialLog();
-    void logTrial(const QByteArray &row);
+    /// A row of the trial log; a valid one goes to the valid rows too when the test ends.
+    void logTrial(const QByteArray &row, bool valid);
+    /// The run can't go on: the dialog hides, and a box tells why.
+    void refuse(const QString &text);
+    /// Ends a test that leads to no result: a marker row, the log closed, and the box.
+    void breakOff(const QString &text);
+    void stopTimers();
     /// Takes the time that the block took.
     void endBlock();
     /// Scores, files, and the two buttons.
@@ -161,6 +182,7 @@ protected:
     int m_stage = 0;
     int m_invalid = 0; ///< 1: the current trial doesn't count
     bool m_markedError = false;
+    bool m_paused = false;
     int m_rt = 0;        ///< ms
     int m_cycle = 0;     ///< ms
     int m_cycleTime = 0; ///< ms that the last cycle took
@@ -176,6 +198,7 @@ protected:
 private:
     QString translated(const char *text) const;
     QString failedToOpen(const QString &name, const QString &error) const;
+    void clearResult();
     void warnOnLight(const QString &text);
     void takeScreen();
     void layOutControls();
@@ -187,15 +210,14 @@ private:
     void interrupt();
     void pause();
     void markError();
-    void holdTrial(Mode mode);
     bool clickForward();
-    void stopTimers();
     void writeMarker(const char *word);
     void noteLogError(const QString &error);
-    void tellFailures(const QList<resultFiles::Failure> &failures);
+    void tellFailures();
 
     TaskWidgets m_widgets;
     QList<QWidget *> m_stimuli;
     QList<QWidget *> m_panel;
-    QString m_logError; ///< the first row of the run that couldn't be written
+    QString m_logError;               ///< the first row of the run that couldn't be written
+    resultFiles::Failures m_failures; ///< what the end of the run couldn't write
 };

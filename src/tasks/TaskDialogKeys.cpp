@@ -8,7 +8,7 @@
 // The assessor's keys: Escape, P and E.
 
 namespace {
-/// The link of every chain in which the patient's answer is awaited.
+/// The link of most chains in which the patient's answer is awaited.
 constexpr int answerStage = 4;
 } // namespace
 
@@ -16,23 +16,41 @@ void TaskDialog::keyPressEvent(QKeyEvent *event)
 {
     if (event->isAutoRepeat()) // an answer is a press, not a key that is held
         return;
-    const bool mayHold = m_stage == answerStage && !m_fixedDuration;
     switch (event->key()) {
     case Qt::Key_Escape:
         interrupt();
         break;
     case Qt::Key_P:
-        if (mayHold)
+        if (mayPause() && !m_fixedDuration)
             pause();
         break;
     case Qt::Key_E:
-        if (mayHold)
+        if (awaitsAnswer() && !m_fixedDuration)
             markError();
         break;
     default:
         taskKey(event->key());
     }
 }
+
+bool TaskDialog::awaitsAnswer() const
+{
+    return m_stage == answerStage;
+}
+
+bool TaskDialog::mayPause() const
+{
+    return awaitsAnswer();
+}
+
+TaskDialog::Mode TaskDialog::struckMode() const
+{
+    return Error;
+}
+
+void TaskDialog::taskKey(int) {}
+
+void TaskDialog::hideGuides() {}
 
 bool TaskDialog::eventFilter(QObject *watched, QEvent *event)
 {
@@ -80,13 +98,14 @@ void TaskDialog::interrupt()
 void TaskDialog::pause()
 {
     writeMarker("paused");
+    m_paused = true;
     holdTrial(Pause);
 }
 
 void TaskDialog::markError()
 {
     m_markedError = true;
-    holdTrial(Error);
+    holdTrial(struckMode());
     endMarkedTrial();
 }
 

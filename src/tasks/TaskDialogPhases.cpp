@@ -6,6 +6,7 @@
 #include "patientsList.h"
 #include "rows.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 // The phases of a run: instruction, training, test, its end, and the way out.
@@ -25,8 +26,8 @@ void TaskDialog::beginFirstPhase()
         break;
     default: // instruction, with training or without
         showMode(Instructions);
-        beginInstruction();
         m_instrStep = 0;
+        beginInstruction();
         pointAtNext();
         m_widgets.next->show();
     }
@@ -68,7 +69,6 @@ void TaskDialog::showTraining(const QString &title, int subtask, int number)
 void TaskDialog::beginTest(int number)
 {
     m_phase = 0;
-    m_subtask = 0;
     m_trialNo = 0;
     m_trialCount = 0;
     setNumber(number);
@@ -88,7 +88,7 @@ void TaskDialog::toPb_go()
     m_widgets.go->hide();
     setFocus(); // answers must reach the dialog
     setCursor(Qt::BlankCursor);
-    m_widgets.result->clear();
+    clearResult();
     m_trialNo = 0;
     m_trialCount = 0;
     resetBlock();
@@ -105,6 +105,11 @@ void TaskDialog::toPb_continue()
     m_widgets.mode->hide();
     m_widgets.continueButton->hide();
     setFocus();
+    continueTrial();
+}
+
+void TaskDialog::continueTrial()
+{
     sequence0();
 }
 
@@ -127,9 +132,24 @@ bool TaskDialog::openTrialLog()
     const QString error = resultFiles::openTrialLog(m_trialLog);
     if (error.isEmpty())
         return true;
-    hide();
-    warnOnLight(failedToOpen(QString::fromLatin1(resultFiles::trialLogName), error));
+    refuse(failedToOpen(QString::fromLatin1(resultFiles::trialLogName), error));
     return false;
+}
+
+void TaskDialog::refuse(const QString &text)
+{
+    hide();
+    warnOnLight(text);
+}
+
+void TaskDialog::breakOff(const QString &text)
+{
+    stopTimers();
+    m_stage = 0;
+    writeMarker("interrupted");
+    noteLogError(resultFiles::closeTrialLog(m_trialLog));
+    refuse(text);
+    tellFailures();
 }
 
 QString TaskDialog::failedToOpen(const QString &name, const QString &error) const
@@ -145,10 +165,10 @@ void TaskDialog::warnOnLight(const QString &text)
     setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0)"));
 }
 
-void TaskDialog::logTrial(const QByteArray &row)
+void TaskDialog::logTrial(const QByteArray &row, bool valid)
 {
     noteLogError(resultFiles::appendRow(m_trialLog, row));
-    if (m_invalid == 0)
+    if (valid)
         m_validRows += row;
 }
 
@@ -170,33 +190,42 @@ void TaskDialog::endTest()
 {
     computeScores();
 
-    QList<resultFiles::Failure> failures;
     const QString patient = m_calibration->isPatientName();
     const QString error =
         patientsList::rewritePatientLine(patient, {{m_taskCode + 3, sessionNumber()}});
     if (!error.isEmpty())
-        failures.append({QStringLiteral("patients_list.txt"), error});
+        m_failures.append({QString::fromLatin1(patientsList::name), error});
     resultFiles::createArchive(patient);
-    failures += resultFiles::appendValidRows(m_validRows, m_validLog);
-    failures += resultFiles::appendScores(m_taskCode, patient, scoreRow(), m_resultLog);
-
+    m_failures += resultFiles::appendValidRows(m_validRows, m_validLog);
+    m_failures += resultFiles::appendScores(fileNumber(), patient, scoreRow(), m_resultLog);
     seq_escape(true);
-    if (!m_logError.isEmpty())
-        failures.prepend({QString::fromLatin1(resultFiles::trialLogName), m_logError});
-    tellFailures(failures);
 }
 
-void TaskDialog::tellFailures(const QList<resultFiles::Failure> &failures)
+void TaskDialog::computeScores() {}
+
+int TaskDialog::fileNumber() const
 {
-    if (failures.isEmpty())
+    return m_taskCode;
+}
+
+resultFiles::Failures TaskDialog::keepThresholds()
+{
+    return {};
+}
+
+void TaskDialog::tellFailures()
+{
+    if (!m_logError.isEmpty())
+        m_failures.prepend({QString::fromLatin1(resultFiles::trialLogName), m_logError});
+    m_logError.clear();
+    if (m_failures.isEmpty())
         return;
     QStringList lines;
-    for (const auto &failure : failures)
+    for (const auto &failure : qAsConst(m_failures))
         lines.append(failedToOpen(failure.fileName, failure.error));
-    hide();
-    warnOnLight(lines.join(QStringLiteral("\n\n")));
-    showFullScreen();
-    activateWindow();
+    m_failures.clear();
+    lines.removeDuplicates(); // the list of patients is rewritten twice
+    refuse(lines.join(QStringLiteral("\n\n")));
 }
 
 void TaskDialog::seq_escape(bool toResults)
@@ -205,21 +234,27 @@ void TaskDialog::seq_escape(bool toResults)
     m_stage = 0;
     if (m_phase == 0)
         noteLogError(resultFiles::closeTrialLog(m_trialLog));
+    m_failures += keepThresholds();
     hideStimuli();
+    hideGuides();
     setCursor(Qt::ArrowCursor);
     pointAt(centre());
+    for (QWidget *widget :
+         std::initializer_list<QWidget *>{m_widgets.continueButton, m_widgets.go, m_widgets.next,
+                                          m_widgets.instruction, m_widgets.mode})
+        widget->hide();
+    m_widgets.results->setVisible(toResults);
+    m_widgets.mainMenu->setVisible(toResults);
+    tellFailures();
     if (toResults) {
-        m_widgets.results->show();
-        m_widgets.mainMenu->show();
-    } else {
-        m_calibration->setEscapeSeq(true);
-        close();
+        if (!isVisible()) { // the box has hidden it
+            showFullScreen();
+            activateWindow();
+        }
+        return;
     }
-    m_widgets.continueButton->hide();
-    m_widgets.go->hide();
-    m_widgets.next->hide();
-    m_widgets.instruction->hide();
-    m_widgets.mode->hide();
+    m_calibration->setEscapeSeq(true);
+    close();
 }
 
 void TaskDialog::toPb_results()
@@ -236,8 +271,13 @@ void TaskDialog::toPb_mainMenu()
 {
     m_widgets.mainMenu->setDown(false);
     leave(false);
-    qCDebug(lcTask, "Main Menu");
+    qCDebug(lcTask, "%s", menuWord());
     close();
+}
+
+const char *TaskDialog::menuWord() const
+{
+    return "Main Menu";
 }
 
 void TaskDialog::leave(bool showReport)
@@ -257,4 +297,9 @@ void TaskDialog::hideStimuli()
 {
     for (QWidget *stimulus : m_stimuli)
         stimulus->hide();
+}
+
+void TaskDialog::paintNow()
+{
+    QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
 }

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QPushButton>
 
-/// The widgets that every task's form has under the same names.
+/// The widgets that the tasks' forms have under the same names; the last three not in every form.
 struct TaskWidgets
 {
     QPushButton *go = nullptr;
@@ -16,20 +16,23 @@ struct TaskWidgets
     QLabel *instruction = nullptr;
     QLabel *mode = nullptr;
     QLineEdit *number = nullptr;
-    QLineEdit *pitch = nullptr;
     QLineEdit *task = nullptr;
-    QLineEdit *subtask = nullptr;
     QLineEdit *no = nullptr;
+    QLineEdit *subtask = nullptr;
     QLineEdit *result = nullptr;
     QLineEdit *timeTc = nullptr;
-    QLineEdit *rtDelta = nullptr;
 };
 
 template <typename Form>
 TaskWidgets taskWidgets(const Form &form)
 {
-    return {form.pb_go,       form.pb_next,         form.pb_continue, form.pb_results,
-            form.pb_mainMenu, form.lbl_instruction, form.lbl_mode,    form.le_number,
-            form.le_pitch,    form.le_task,         form.le_subtask,  form.le_no,
-            form.le_result,   form.le_timeTc,       form.le_rt_delta};
+    TaskWidgets widgets{
+        form.pb_go,           form.pb_next,  form.pb_continue, form.pb_results, form.pb_mainMenu,
+        form.lbl_instruction, form.lbl_mode, form.le_number,   form.le_task,    form.le_no};
+    if constexpr (requires { form.le_subtask; }) {
+        widgets.subtask = form.le_subtask;
+        widgets.result = form.le_result;
+        widgets.timeTc = form.le_timeTc;
+    }
+    return widgets;
 }

@@ -69,8 +69,12 @@ private Q_SLOTS:
     void aTestStartedAtOnceAfterAnAbortHasTheNextNumberOnly();
     void theOptionsAreHandedToTheTask();
     void aTestButtonDoesNothingWhileATaskRuns();
-    void theOtherTestsRaiseNoNumberYet_data();
-    void theOtherTestsRaiseNoNumberYet();
+    void theMovementButtonRaisesItsNumber();
+    void aVisionButtonRaisesItsOwnNumber_data();
+    void aVisionButtonRaisesItsOwnNumber();
+    void aRefusedVisionTestTakesNoNumber_data();
+    void aRefusedVisionTestTakesNoNumber();
+    void theMemoryButtonRaisesItsNumberAndHandsTheOptionsOn();
     void subtasksShowAndHide();
 
     // The end.
@@ -400,22 +404,110 @@ void tst_Kelmoran::aTestButtonDoesNothingWhileATaskRuns()
     QTest::keyClick(m_desk->test2(), Qt::Key_Escape);
 }
 
-void tst_Kelmoran::theOtherTestsRaiseNoNumberYet_data()
+void tst_Kelmoran::theMovementButtonRaisesItsNumber()
+{
+    m_desk->openWith(Desk::patient("Berg", "4;4;4;4;4;4;4"));
+    m_desk->choose(0);
+    m_desk->click(QStringLiteral("pb_test3"));
+    QStringList raised(7, QStringLiteral("4"));
+    raised[2] = QStringLiteral("5");
+    QCOMPARE(m_desk->sessions(), raised);
+    auto *task = m_desk->find<QDialog>(QStringLiteral("Test3Class"));
+    QVERIFY(task->isVisible());
+    QCOMPARE(task->findChild<QLineEdit *>(QStringLiteral("le_task"))->text(), QStringLiteral("3"));
+    QCOMPARE(task->findChild<QLineEdit *>(QStringLiteral("le_subtask"))->text(),
+             QStringLiteral("1"));
+
+    QTest::keyClick(task, Qt::Key_Escape);
+    m_desk->time.advance(200);
+    QCOMPARE(m_desk->sessions(), QStringList(7, QStringLiteral("4")));
+}
+
+void tst_Kelmoran::aVisionButtonRaisesItsOwnNumber_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("title");
+    QTest::addRow("all") << 1 << QStringLiteral("Visual\nrecognition");
+    QTest::addRow("central") << 5 << QStringLiteral("Central\nvision");
+    QTest::addRow("peripheral") << 6 << QStringLiteral("Peripheral\nvision");
+    QTest::addRow("dual") << 7 << QStringLiteral("Dual task");
+}
+
+void tst_Kelmoran::aVisionButtonRaisesItsOwnNumber()
+{
+    QFETCH(int, number);
+    QFETCH(QString, title);
+    m_desk->openWith(Desk::patient("Berg", "4;4;4;4;4;4;4"));
+    m_desk->choose(0);
+    m_desk->find<QCheckBox>(QStringLiteral("cb_subTask"))->setChecked(true);
+    m_desk->click(QStringLiteral("pb_test%1").arg(number));
+
+    QStringList raised(7, QStringLiteral("4"));
+    raised[number - 1] = QStringLiteral("5");
+    QCOMPARE(m_desk->sessions(), raised);
+    auto *task = m_desk->find<QDialog>(QStringLiteral("Test1Class"));
+    QVERIFY(task->isVisible());
+    QCOMPARE(task->findChild<QLineEdit *>(QStringLiteral("le_task"))->text(),
+             QString::number(number));
+    QCOMPARE(task->findChild<QLabel *>(QStringLiteral("lbl_instruction"))->text(), title);
+
+    QTest::keyClick(task, Qt::Key_Escape);
+    m_desk->time.advance(200);
+    QCOMPARE(m_desk->sessions(), QStringList(7, QStringLiteral("4")));
+}
+
+void tst_Kelmoran::aRefusedVisionTestTakesNoNumber_data()
 {
     QTest::addColumn<QString>("button");
-    for (const int number : {1, 3, 4, 5, 6, 7})
+    for (const int number : {1, 5, 6, 7})
         QTest::addRow("%d", number) << QStringLiteral("pb_test%1").arg(number);
 }
 
-void tst_Kelmoran::theOtherTestsRaiseNoNumberYet()
+void tst_Kelmoran::aRefusedVisionTestTakesNoNumber()
 {
     QFETCH(QString, button);
     m_desk->openWith(Desk::patient("Berg", "4;4;4;4;4;4;4"));
     m_desk->choose(0);
     m_desk->find<QCheckBox>(QStringLiteral("cb_subTask"))->setChecked(true);
+    for (const char *box : {"cb_withInstruction", "cb_withTraining"})
+        m_desk->find<QCheckBox>(QString::fromLatin1(box))->setChecked(false);
     m_desk->click(button);
+    const auto boxes = m_desk->boxes.take();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes.constFirst().text, QStringLiteral("Unable to start!\nPlease undergo training!"));
+    m_desk->time.advance(200);
     QCOMPARE(m_desk->sessions(), QStringList(7, QStringLiteral("4")));
     QCOMPARE(sessionStore().sessionNb, (std::array<int, 7>{4, 4, 4, 4, 4, 4, 4}));
+}
+
+void tst_Kelmoran::theMemoryButtonRaisesItsNumberAndHandsTheOptionsOn()
+{
+    m_desk->openWith(Desk::patient("Berg", "4;4;4;4;4;4;4"));
+    m_desk->choose(0);
+    const auto tick = [this](const char *box, bool on) {
+        m_desk->find<QCheckBox>(QString::fromLatin1(box))->setChecked(on);
+    };
+    tick("cb_withInstruction", false);
+    tick("cb_withTraining", true);
+    tick("cb_parameters", true);
+    tick("cb_fixedDuration", true); // the task has none
+    m_desk->click(QStringLiteral("pb_test4"));
+
+    QStringList raised(7, QStringLiteral("4"));
+    raised[3] = QStringLiteral("5");
+    QCOMPARE(m_desk->sessions(), raised);
+    auto *task = m_desk->find<QDialog>(QStringLiteral("Test4Class"));
+    QVERIFY(task->isVisible());
+    const auto label = [task](const char *name) {
+        return task->findChild<QLabel *>(QString::fromLatin1(name));
+    };
+    QCOMPARE(label("lbl_mode")->text(), QStringLiteral("TRAINING"));
+    QCOMPARE(label("lbl_instruction")->text(), QStringLiteral("Memory"));
+    QVERIFY(label("lbl_timer01")->isVisible());
+
+    QTest::keyClick(task, Qt::Key_Escape);
+    m_desk->time.advance(200);
+    QCOMPARE(m_desk->sessions(), QStringList(7, QStringLiteral("4")));
 }
 
 void tst_Kelmoran::subtasksShowAndHide()

@@ -51,12 +51,30 @@ public:
         return execute(QStringLiteral(KELMORAN_REHEARSE), arguments);
     }
 
+    /// A test of this name, "test1" to "test7", in this root.
+    Run playTask(const QString &task, const QStringList &arguments = {}) const
+    {
+        return withArguments(QStringList{QStringLiteral("--root"), path(QStringLiteral("root")),
+                                         QStringLiteral("--task"), task} +
+                             arguments);
+    }
+
     /// An attention test in this root.
     Run play(const QStringList &arguments = {}) const
     {
-        return withArguments(QStringList{QStringLiteral("--root"), path(QStringLiteral("root")),
-                                         QStringLiteral("--task"), QStringLiteral("test2")} +
-                             arguments);
+        return playTask(QStringLiteral("test2"), arguments);
+    }
+
+    /// The argument for an observer with this description.
+    QStringList observer(const QByteArray &json) const
+    {
+        return {QStringLiteral("--observer"), write(QStringLiteral("observer.json"), json)};
+    }
+
+    /// The argument for a script of these keys.
+    QStringList keys(const QByteArray &script) const
+    {
+        return {QStringLiteral("--keys"), write(QStringLiteral("keys.txt"), script)};
     }
 
     /// Writes a file beside the root and returns its path.
@@ -66,6 +84,15 @@ public:
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
             qFatal("%s can't be written", qPrintable(name));
         return file.fileName();
+    }
+
+    /// The patient has been trained for the visual perception task: 67, 50 and 150 ms.
+    void storeThresholds() const
+    {
+        if (!QDir().mkpath(path(QStringLiteral("root/Parameters"))))
+            qFatal("no folder for the patients' list");
+        write(QStringLiteral("root/Parameters/patients_list.txt"),
+              "Mrs.;REHEARSAL;Patient;01.01.1960;0;0;0;0;0;0;0;67;50;150\r\n");
     }
 
     /// A file of the root; empty if it isn't there.

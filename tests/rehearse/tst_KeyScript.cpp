@@ -28,11 +28,12 @@ QList<KeyScript::Line> lines(const QByteArray &text)
 void tst_KeyScript::everyActionIsRead()
 {
     using Action = KeyScript::Action;
-    const auto read = lines("1 4 P\n2 4 E 50\r\n3 5 Escape\n4 3 early 120\n5\t4  late 4000");
-    const QList<Action> actions{Action::Pause, Action::Error, Action::Escape, Action::Early,
-                                Action::Late};
-    const QList<int> stages{4, 4, 5, 3, 4};
-    const QList<int> times{0, 50, 0, 120, 4000};
+    const auto read =
+        lines("1 4 P\n2 4 E 50\r\n3 6 Escape\n4 3 early 120\n5\t4  late 4000\n6 0 S 7");
+    const QList<Action> actions{Action::Pause, Action::Error, Action::Escape,
+                                Action::Early, Action::Late,  Action::Guides};
+    const QList<int> stages{4, 4, 6, 3, 4, 0};
+    const QList<int> times{0, 50, 0, 120, 4000, 7};
     QCOMPARE(read.size(), actions.size());
     for (qsizetype i = 0; i < read.size(); ++i) {
         QCOMPARE(read.at(i).trial, int(i) + 1);
@@ -65,8 +66,9 @@ void tst_KeyScript::whatCannotBeUnderstoodIsRefused_data()
     row("too many words", "1 4 P 5 6", "line 1: not \"trial stage action [ms]\"");
     row("trial 0", "0 4 P", "line 1: \"0\" is no trial number");
     row("no trial", "first 4 P", "line 1: \"first\" is no trial number");
-    row("stage 6", "1 6 P", "line 1: \"6\" is no stage, 1 to 5");
-    row("a small p", "1 4 p", "line 1: \"p\" is none of P, E, Escape, early and late");
+    row("stage 7", "1 7 P", "line 1: \"7\" is no stage, 0 to 6");
+    row("no stage", "1 -1 P", "line 1: \"-1\" is no stage, 0 to 6");
+    row("a small p", "1 4 p", "line 1: \"p\" is none of P, E, S, Escape, early and late");
     row("a negative time", "1 4 P -1", "line 1: \"-1\" is no time in ms");
 }
 

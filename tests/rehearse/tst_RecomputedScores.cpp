@@ -22,9 +22,9 @@ constexpr char pauses[] = "5 4 P\n6 4 P 50\n20 4 P 700\n31 4 P\n40 4 P\n60 4 E\n
 
 Rehearsed::Run recompute(const Rehearsed &rehearsed)
 {
-    return Rehearsed::execute(
-        QStringLiteral(KELMORAN_PYTHON),
-        {QStringLiteral(KELMORAN_RECOMPUTE), rehearsed.path(QStringLiteral("root"))});
+    return Rehearsed::execute(QStringLiteral(KELMORAN_PYTHON),
+                              {QStringLiteral(KELMORAN_WITNESSES "/recompute_scores.py"),
+                               rehearsed.path(QStringLiteral("root"))});
 }
 } // namespace
 

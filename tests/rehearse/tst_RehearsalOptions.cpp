@@ -13,6 +13,11 @@ private Q_SLOTS:
     void rootAndTaskAreEnough();
     void everyArgumentIsTaken();
     void descriptionsAreReadFromTheirFiles();
+    void visionAndMovementHaveASixthStage_data();
+    void visionAndMovementHaveASixthStage();
+    void memoryAloneWaitsInStage0_data();
+    void memoryAloneWaitsInStage0();
+    void memoryKnowsNoFixedDuration();
     void badArgumentsAreToldInOneLine_data();
     void badArgumentsAreToldInOneLine();
     void helpIsGivenWithoutAnyOtherArgument();
@@ -27,6 +32,19 @@ Options::Parsed parse(const QStringList &arguments)
 QStringList words(const char *line)
 {
     return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
+}
+
+/// A test of this name with a script of these keys.
+Options::Parsed parseKeys(const char *task, const char *keys)
+{
+    const QTemporaryDir folder;
+    QFile script(folder.filePath(QStringLiteral("keys.txt")));
+    if (!script.open(QIODevice::WriteOnly))
+        qFatal("no script can be written");
+    script.write(keys);
+    script.close();
+    return parse({QStringLiteral("--root"), QStringLiteral("/r"), QStringLiteral("--task"),
+                  QString::fromLatin1(task), QStringLiteral("--keys"), script.fileName()});
 }
 } // namespace
 
@@ -91,6 +109,50 @@ void tst_RehearsalOptions::descriptionsAreReadFromTheirFiles()
     QVERIFY(wrong.wish == Options::Wish::Complain);
     QCOMPARE(wrong.text,
              QStringLiteral("--keys: %1: line 1: not \"trial stage action [ms]\"").arg(observer));
+}
+
+void tst_RehearsalOptions::visionAndMovementHaveASixthStage_data()
+{
+    QTest::addColumn<bool>("taken");
+    for (int task = 1; task <= 7; ++task)
+        QTest::addRow("test%d", task) << (task != 2 && task != 4);
+}
+
+void tst_RehearsalOptions::visionAndMovementHaveASixthStage()
+{
+    QFETCH(bool, taken);
+    const auto parsed = parseKeys(QTest::currentDataTag(), "3 5 P\n4 6 Escape\n");
+    QCOMPARE(parsed.wish == Options::Wish::Rehearse, taken);
+    QCOMPARE(parsed.text,
+             taken ? QString() : QStringLiteral("--keys: a trial of this task has no stage 6"));
+}
+
+void tst_RehearsalOptions::memoryAloneWaitsInStage0_data()
+{
+    QTest::addColumn<bool>("taken");
+    for (int task = 1; task <= 7; ++task)
+        QTest::addRow("test%d", task) << (task == 4);
+}
+
+void tst_RehearsalOptions::memoryAloneWaitsInStage0()
+{
+    QFETCH(bool, taken);
+    const auto parsed = parseKeys(QTest::currentDataTag(), "3 1 P\n4 0 S\n");
+    QCOMPARE(parsed.wish == Options::Wish::Rehearse, taken);
+    QCOMPARE(parsed.text,
+             taken ? QString() : QStringLiteral("--keys: a trial of this task has no stage 0"));
+}
+
+void tst_RehearsalOptions::memoryKnowsNoFixedDuration()
+{
+    for (int task = 1; task <= 7; ++task) {
+        const auto parsed = parse(words("--root /r --fixed-duration --task") +
+                                  QStringList(QStringLiteral("test%1").arg(task)));
+        QCOMPARE(parsed.text, task == 4 ? QStringLiteral("--fixed-duration: the working memory "
+                                                         "task has none")
+                                        : QString());
+        QCOMPARE(parsed.wish == Options::Wish::Complain, task == 4);
+    }
 }
 
 void tst_RehearsalOptions::badArgumentsAreToldInOneLine_data()

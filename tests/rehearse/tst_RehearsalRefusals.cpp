@@ -11,22 +11,35 @@ class tst_RehearsalRefusals : public QObject
 private Q_SLOTS:
     void badArgumentsEndWith2_data();
     void badArgumentsEndWith2();
-    void aTaskThatIsNotThereIsRefused_data();
-    void aTaskThatIsNotThereIsRefused();
+    void withoutThresholdsThereIsNoVisionTest_data();
+    void withoutThresholdsThereIsNoVisionTest();
+    void oneThresholdIsEnoughForItsPartOnly();
+    void aFailedTrainingIsRefused_data();
+    void aFailedTrainingIsRefused();
+    void silenceIsAFailedTrainingOrAStandstill();
     void aNameThatTheDialogDoesNotTakeIsRefused();
     void aLogThatCannotBeOpenedIsRefused();
     void aRootThatAnotherProgramHoldsIsRefused();
     void aReportWithoutATemplateIsRefused();
+    void theInstructionAloneHasNoScores_data();
     void theInstructionAloneHasNoScores();
     void helpEndsWith0();
 };
 
 namespace {
 constexpr QLatin1String patientsFile("Parameters/patients_list.txt");
+constexpr char untouchedLine[] = "Mrs.;REHEARSAL;Patient;01.01.1960;0;0;0;0;0;0;0;0;0;0\r\n";
 
 QStringList words(const char *line)
 {
     return QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts);
+}
+
+void addVisionTasks()
+{
+    QTest::addColumn<int>("number");
+    for (const int number : {1, 5, 6, 7})
+        QTest::addRow("test%d", number) << number;
 }
 } // namespace
 
@@ -42,6 +55,9 @@ void tst_RehearsalRefusals::badArgumentsEndWith2_data()
     QTest::newRow("no such observer")
         << QStringLiteral("--root r --task test2 --observer /no/such/file")
         << QByteArray("--observer: /no/such/file: No such file or directory");
+    QTest::newRow("a fixed duration of the memory task")
+        << QStringLiteral("--root r --task test4 --fixed-duration")
+        << QByteArray("--fixed-duration: the working memory task has none");
     QTest::newRow("a root that can't be made") << QStringLiteral("--root /dev/null/r --task test2")
                                                << QByteArray("--root: /dev/null/r can't be made.");
 }
@@ -54,29 +70,67 @@ void tst_RehearsalRefusals::badArgumentsEndWith2()
                            complaint);
 }
 
-void tst_RehearsalRefusals::aTaskThatIsNotThereIsRefused_data()
+void tst_RehearsalRefusals::withoutThresholdsThereIsNoVisionTest_data()
 {
-    QTest::addColumn<QString>("task");
-    QTest::addColumn<QByteArray>("button");
-    QTest::newRow("test1") << QStringLiteral("test1") << QByteArray("Visual recognition task");
-    QTest::newRow("test3") << QStringLiteral("test3") << QByteArray("Movement detection task");
-    QTest::newRow("test4") << QStringLiteral("test4") << QByteArray("Working memory task");
-    QTest::newRow("test5") << QStringLiteral("test5") << QByteArray("Central visual perception");
-    QTest::newRow("test6") << QStringLiteral("test6") << QByteArray("Peripheral visual perception");
-    QTest::newRow("test7") << QStringLiteral("test7") << QByteArray("Dual task processing");
+    addVisionTasks();
 }
 
-void tst_RehearsalRefusals::aTaskThatIsNotThereIsRefused()
+void tst_RehearsalRefusals::withoutThresholdsThereIsNoVisionTest()
 {
-    QFETCH(QString, task);
-    QFETCH(QByteArray, button);
     const Rehearsed rehearsed;
-    const auto run =
-        Rehearsed::withArguments({QStringLiteral("--root"), rehearsed.path(QStringLiteral("root")),
-                                  QStringLiteral("--task"), task});
-    Rehearsed::isComplaint(run, 3, '"' + button + "\" starts nothing.");
-    QCOMPARE(rehearsed.bytes(patientsFile),
-             QByteArray("Mrs.;REHEARSAL;Patient;01.01.1960;0;0;0;0;0;0;0;0;0;0\r\n"));
+    const QString task = QString::fromLatin1(QTest::currentDataTag());
+    for (int time = 0; time < 2; ++time) { // and the second time no session is lost
+        Rehearsed::isComplaint(rehearsed.playTask(task), 3,
+                               "Error: Unable to start! Please undergo training!");
+        QCOMPARE(rehearsed.bytes(patientsFile), QByteArray(untouchedLine));
+        QCOMPARE(rehearsed.trials().size(), 0);
+    }
+}
+
+void tst_RehearsalRefusals::oneThresholdIsEnoughForItsPartOnly()
+{
+    const Rehearsed rehearsed;
+    QCOMPARE(rehearsed.playTask(QStringLiteral("test5"), words("--training")).code, 0);
+    QCOMPARE(rehearsed.playTask(QStringLiteral("test5")).code, 0);
+    for (const char *task : {"test1", "test6", "test7"})
+        Rehearsed::isComplaint(rehearsed.playTask(QString::fromLatin1(task)), 3,
+                               "Error: Unable to start! Please undergo training!");
+}
+
+void tst_RehearsalRefusals::aFailedTrainingIsRefused_data()
+{
+    addVisionTasks();
+}
+
+void tst_RehearsalRefusals::aFailedTrainingIsRefused()
+{
+    const Rehearsed rehearsed;
+    const QString task = QString::fromLatin1(QTest::currentDataTag());
+    const QList<QStringList> failing{
+        rehearsed.observer(R"({"vision": {"answers": "always wrong"}})"),
+        rehearsed.observer(R"({"vision": {"answers": "always wrong"}})") + words("--instruction"),
+        rehearsed.observer(R"({"vision": {"answers": "always wrong"}})") +
+            words("--fixed-duration")};
+    for (const QStringList &arguments : failing) {
+        Rehearsed::isComplaint(rehearsed.playTask(task, words("--training") + arguments), 3,
+                               "Error: Exposure time > 4633ms Check visual fields and start "
+                               "training over again for this subtask");
+        QCOMPARE(rehearsed.bytes(patientsFile), QByteArray(untouchedLine));
+        QCOMPARE(rehearsed.trials().size(), 0);
+    }
+}
+
+void tst_RehearsalRefusals::silenceIsAFailedTrainingOrAStandstill()
+{
+    const Rehearsed rehearsed;
+    const QStringList silent = rehearsed.observer(R"({"vision": {"answers": "silent"}})");
+    const QString test1 = QStringLiteral("test1");
+    Rehearsed::isComplaint(rehearsed.playTask(test1, words("--training --fixed-duration") + silent),
+                           3,
+                           "Error: Exposure time > 4633ms Check visual fields and start training "
+                           "over again for this subtask");
+    Rehearsed::isComplaint(rehearsed.playTask(test1, words("--training") + silent), 4,
+                           "The test came to a standstill.");
 }
 
 void tst_RehearsalRefusals::aNameThatTheDialogDoesNotTakeIsRefused()
@@ -116,12 +170,23 @@ void tst_RehearsalRefusals::aReportWithoutATemplateIsRefused()
                            "Unable to open file: No such file or directory");
 }
 
+void tst_RehearsalRefusals::theInstructionAloneHasNoScores_data()
+{
+    addVisionTasks();
+    QTest::newRow("test2") << 2;
+    QTest::newRow("test3") << 3;
+    QTest::newRow("test4") << 4;
+}
+
 void tst_RehearsalRefusals::theInstructionAloneHasNoScores()
 {
     const Rehearsed rehearsed;
-    Rehearsed::isComplaint(rehearsed.play(words("--instruction")), 4,
+    const auto run =
+        rehearsed.playTask(QString::fromLatin1(QTest::currentDataTag()), words("--instruction"));
+    Rehearsed::isComplaint(run, 4,
                            "The instruction was shown; without training no test follows it.");
     QCOMPARE(rehearsed.trials().size(), 0);
+    QCOMPARE(rehearsed.bytes(patientsFile), QByteArray(untouchedLine));
 }
 
 void tst_RehearsalRefusals::helpEndsWith0()

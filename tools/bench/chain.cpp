@@ -8,6 +8,7 @@
 #include "Test2.h"
 #include "dataFolders.h"
 #include "patientsList.h"
+#include "printed.h"
 #include "resources.h"
 #include "resultFiles.h"
 
@@ -17,26 +18,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace {
-
-double percentile(std::vector<double> values, double share)
-{
-    if (values.empty())
-        return 0.0;
-    std::sort(values.begin(), values.end());
-    const auto at = std::size_t(share * double(values.size() - 1) + 0.5);
-    return values[at];
-}
-
-void print(const char *what, const std::vector<double> &values)
-{
-    std::printf("%-34s n %4zu  median %7.3f  95%% %7.3f  99%% %7.3f  worst %7.3f ms\n", what,
-                values.size(), percentile(values, 0.5), percentile(values, 0.95),
-                percentile(values, 0.99), percentile(values, 1.0));
-}
 
 /// A patient who answers each target after a quarter of a second.
 void answerTargets(Test2 &task, TaskTimer &reaction)
@@ -85,12 +69,12 @@ int main(int argc, char *argv[])
     while (!results->isVisible())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 
-    print("an interval of the chain, late by", probe.lateness());
+    printed::line("an interval of the chain, late by", probe.lateness());
     std::vector<double> all;
     for (const auto &[link, work] : probe.work()) {
         all.insert(all.end(), work.begin(), work.end());
-        print(qPrintable(QStringLiteral("link %1, with its paints").arg(link)), work);
+        printed::line(qPrintable(QStringLiteral("link %1, with its paints").arg(link)), work);
     }
-    print("all links", all);
+    printed::line("all links", all);
     return 0;
 }

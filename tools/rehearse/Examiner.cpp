@@ -77,8 +77,9 @@ void Examiner::look()
     if (!m_playing)
         return;
     using Step = bool (Examiner::*)();
-    constexpr Step steps[] = {&Examiner::calibrate,       &Examiner::fillInPatient,
-                              &Examiner::setFrequency,    &Examiner::leadTask,
+    // A task comes first: its panel has fields of the same names as the calibration.
+    constexpr Step steps[] = {&Examiner::leadTask,        &Examiner::calibrate,
+                              &Examiner::fillInPatient,   &Examiner::setFrequency,
                               &Examiner::openPreferences, &Examiner::choosePatient,
                               &Examiner::setCheckBoxes,   &Examiner::pressTest};
     for (const Step step : steps) {

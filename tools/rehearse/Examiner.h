@@ -37,10 +37,10 @@ Q_SIGNALS:
 
 private:
     // Each looks for one thing to do, does it and returns true; false if it isn't to be done.
+    bool leadTask();
     bool calibrate();
     bool fillInPatient();
     bool setFrequency();
-    bool leadTask();
     bool openPreferences();
     bool choosePatient();
     bool setCheckBoxes();

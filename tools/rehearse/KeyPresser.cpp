@@ -15,6 +15,9 @@ void pressFor(KeyScript::Action action)
     case KeyScript::Action::Error:
         hands::press(Qt::Key_E, QStringLiteral("e"));
         break;
+    case KeyScript::Action::Guides:
+        hands::press(Qt::Key_S, QStringLiteral("s"));
+        break;
     default:
         hands::press(Qt::Key_Escape);
     }
@@ -36,15 +39,21 @@ void KeyPresser::watch(const TaskDialog *task)
 void KeyPresser::beginBlock()
 {
     m_trial = 0;
+    m_done.clear();
 }
 
 void KeyPresser::enter(int stage)
 {
     if (stage == 1)
         ++m_trial;
-    for (const KeyScript::Line &line : m_script.lines) {
-        if (line.trial == m_trial && line.stage == stage)
+    const int trial = stage == 0 ? m_trial + 1 : m_trial; // the wait is that for the next one
+    for (qsizetype i = 0; i < m_script.lines.size(); ++i) {
+        const KeyScript::Line &line = m_script.lines.at(i);
+        // A run of crosses enters the same stages over and over.
+        if (line.trial == trial && line.stage == stage && !m_done.contains(i)) {
+            m_done.insert(i);
             carryOut(line);
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include "KeyScript.h"
 
 #include <QObject>
+#include <QSet>
 
 class Patient;
 class TaskDialog;
@@ -27,4 +28,5 @@ private:
     const KeyScript m_script;
     Patient &m_patient;
     int m_trial = 0;
+    QSet<qsizetype> m_done; ///< lines of the script that were carried out in this block
 };

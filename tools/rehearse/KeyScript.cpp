@@ -17,11 +17,10 @@ std::optional<int> number(const QString &text, int least, int most)
 std::optional<KeyScript::Action> action(const QString &word)
 {
     using Action = KeyScript::Action;
-    static const QHash<QString, Action> words{{QStringLiteral("P"), Action::Pause},
-                                              {QStringLiteral("E"), Action::Error},
-                                              {QStringLiteral("Escape"), Action::Escape},
-                                              {QStringLiteral("early"), Action::Early},
-                                              {QStringLiteral("late"), Action::Late}};
+    static const QHash<QString, Action> words{
+        {QStringLiteral("P"), Action::Pause},     {QStringLiteral("E"), Action::Error},
+        {QStringLiteral("S"), Action::Guides},    {QStringLiteral("Escape"), Action::Escape},
+        {QStringLiteral("early"), Action::Early}, {QStringLiteral("late"), Action::Late}};
     const auto it = words.constFind(word);
     return it == words.constEnd() ? std::nullopt : std::optional(*it);
 }
@@ -35,12 +34,12 @@ QString parseLine(const QStringList &words, KeyScript::Line &line)
     const auto trial = number(words.at(0), 1, mostTrials);
     if (!trial)
         return QStringLiteral("\"%1\" is no trial number").arg(words.at(0));
-    const auto stage = number(words.at(1), 1, 5);
+    const auto stage = number(words.at(1), 0, 6);
     if (!stage)
-        return QStringLiteral("\"%1\" is no stage, 1 to 5").arg(words.at(1));
+        return QStringLiteral("\"%1\" is no stage, 0 to 6").arg(words.at(1));
     const auto what = action(words.at(2));
     if (!what)
-        return QStringLiteral("\"%1\" is none of P, E, Escape, early and late").arg(words.at(2));
+        return QStringLiteral("\"%1\" is none of P, E, S, Escape, early and late").arg(words.at(2));
     const auto ms = words.size() == 4
                         ? number(words.at(3), 0, longest)
                         : std::optional(*what == KeyScript::Action::Late ? KeyScript::late : 0);

@@ -193,6 +193,20 @@ void declare(QCommandLineParser &parser)
         parser.addOption({argument.name, argument.help, argument.valueName});
 }
 
+/// A trial of the visual perception and of the movement detection task has six stages. One of the
+/// working memory task waits for "Continue" before its first of five.
+QString checkKeys(const Options &options)
+{
+    constexpr int mostStages = 6;
+    const int last = options.isVision() || options.isMovement() ? mostStages : mostStages - 1;
+    const int first = options.isMemory() ? 0 : 1;
+    for (const KeyScript::Line &line : options.keys.lines) {
+        if (line.stage < first || line.stage > last)
+            return QStringLiteral("--keys: a trial of this task has no stage %1").arg(line.stage);
+    }
+    return {};
+}
+
 QString readAll(const QCommandLineParser &parser, Options &options)
 {
     if (!parser.positionalArguments().isEmpty())
@@ -213,7 +227,9 @@ QString readAll(const QCommandLineParser &parser, Options &options)
     options.training = parser.isSet(u"training"_qs);
     options.fixedDuration = parser.isSet(u"fixed-duration"_qs);
     options.report = parser.isSet(u"report"_qs);
-    return {};
+    if (options.fixedDuration && options.isMemory())
+        return QStringLiteral("--fixed-duration: the working memory task has none");
+    return checkKeys(options);
 }
 
 } // namespace

@@ -40,6 +40,11 @@ struct Options
     Observer observer;
     KeyScript keys;
 
+    /// The visual perception task, or a part of it.
+    bool isVision() const { return task == 1 || task > 4; }
+    bool isMovement() const { return task == 3; }
+    bool isMemory() const { return task == 4; }
+
     enum class Wish { Rehearse, Help, Complain };
 
     struct Parsed;

@@ -1,60 +1,32 @@
 #pragma once
 
-#include "Draws.h"
-#include "Observer.h"
-#include "Rhythm.h"
-#include "TaskTimer.h"
-
-#include <QList>
 #include <QObject>
 
-#include <array>
+#include <memory>
 
-class QWidget;
+struct Options;
 class Screen;
 
-/// A simulated patient in front of the attention task, who sees what is on the screen and answers.
-/// While a button is shown it is the assessor's turn, and the patient watches.
+/// A simulated patient, who sees what is on the screen and answers.
 class Patient : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The seed decides every reaction.
-    Patient(const Observer &observer, quint32 seed, const Screen &screen,
-            QObject *parent = nullptr);
+    /// The patient for the task that is to be rehearsed.
+    static std::unique_ptr<Patient> forTask(const Options &options, const Screen &screen);
 
-    /// The patient was told to answer in so many ms. With a target on the screen this takes the
-    /// place of their own answer to it.
-    void answerIn(int ms);
+    /// The patient was told to answer in so many ms. If the screen asks for an answer now, this
+    /// takes the place of their own; otherwise it is a press more.
+    virtual void answerIn(int ms) = 0;
+
+protected:
+    using QObject::QObject;
+
+    /// A press in so many ms, whatever the screen shows then.
+    void pressIn(int ms);
 
 private:
-    void see(QWidget *widget);
-    void lose(QWidget *widget);
-    void seeTarget();
-    void loseTarget();
-    void seeAlertEnd();
-    void beginBlock();
-    Observer::Cue cue() const;
-
-    void answer();
-    void press() const;
-    void becomeHasty(const QList<int> &taps);
-    void tapNext();
-
-    const Observer m_observer;
-    Draws m_draws;
-    Rhythm m_rhythm;
-    std::array<int, 3> m_rank{}; ///< targets seen in this block, by cue
-
-    bool m_target = false;
-    bool m_arrow = false;
-    bool m_watching = true; ///< the target on the screen asks for no answer
-    bool m_answered = false;
-    qint64 m_alertEnd = -1; ///< ns, when the last alert went out
-    TaskTimer m_answer;
-
-    bool m_hasty = false; ///< doesn't wait for the next target
-    QList<int> m_taps;    ///< waits in ms from one tap to the next
-    TaskTimer m_tap;
+    /// A press that the screen doesn't ask for.
+    virtual void press() = 0;
 };

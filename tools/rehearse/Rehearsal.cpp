@@ -15,9 +15,9 @@ constexpr int overlong = 23 * 60 * 60 * 1000; // ms: a day is more than a test c
 Rehearsal::Rehearsal(const Options &options, Kelmoran &window, Printer print)
     : m_options(options)
     , m_print(std::move(print))
-    , m_patient(options.observer, options.seed, m_screen)
+    , m_patient(Patient::forTask(options, m_screen))
     , m_examiner(options, window, m_screen)
-    , m_keys(options.keys, m_patient)
+    , m_keys(options.keys, *m_patient)
     , m_scores(options.task)
     , m_boxes([this](QWidget *, const messages::Message &message) { answerBox(message); })
 {

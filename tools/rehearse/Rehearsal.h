@@ -13,6 +13,7 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 
 class Kelmoran;
 class Result;
@@ -52,7 +53,7 @@ private:
     const Options m_options;
     const Printer m_print;
     Screen m_screen;
-    Patient m_patient;
+    const std::unique_ptr<Patient> m_patient;
     Examiner m_examiner;
     KeyPresser m_keys;
     ScoreFile m_scores;

@@ -9,6 +9,7 @@
 
 Screen::Screen(QObject *parent)
     : QObject(parent)
+    , m_hidden(QGuiApplication::platformName() == QLatin1String("offscreen"))
 {
     qApp->installEventFilter(this);
 }
@@ -39,6 +40,11 @@ bool Screen::showsButton(const QWidget *window)
                        [](const QPushButton *button) { return button->isVisible(); });
 }
 
+bool Screen::showsPointer(const QWidget *window)
+{
+    return window->cursor().shape() != Qt::BlankCursor;
+}
+
 bool Screen::isCentred(const QWidget *widget)
 {
     constexpr int tolerance = 4; // pixels
@@ -49,6 +55,14 @@ bool Screen::isCentred(const QWidget *widget)
 bool Screen::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
+    if (type == QEvent::UpdateRequest)
+        return m_hidden;
+    if (type == QEvent::CursorChange && watched->isWidgetType()) {
+        auto *widget = static_cast<QWidget *>(watched);
+        if (widget->isWindow() && showsPointer(widget))
+            Q_EMIT pointerAppeared(widget);
+        return false;
+    }
     if ((type != QEvent::Show && type != QEvent::Hide) || event->spontaneous() ||
         !watched->isWidgetType())
         return false;

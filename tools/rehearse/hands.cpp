@@ -23,12 +23,6 @@ void sendMouse(QEvent::Type type, QWidget *to, const QPoint &at)
     QCoreApplication::sendEvent(to, &event);
 }
 
-void clickAt(QWidget *widget, const QPoint &at)
-{
-    sendMouse(QEvent::MouseButtonPress, widget, at);
-    sendMouse(QEvent::MouseButtonRelease, widget, at);
-}
-
 } // namespace
 
 void hands::press(Qt::Key key, const QString &text)
@@ -61,6 +55,12 @@ void hands::click(QWidget *widget)
     if (qobject_cast<const QCheckBox *>(widget))
         at.setX(mark);
     clickAt(widget, at);
+}
+
+void hands::clickAt(QWidget *widget, const QPoint &at)
+{
+    sendMouse(QEvent::MouseButtonPress, widget, at);
+    sendMouse(QEvent::MouseButtonRelease, widget, at);
 }
 
 void hands::clickAside()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QString>
 #include <Qt>
 
@@ -18,6 +19,8 @@ void pressOn(QWidget *widget, Qt::Key key, const QString &text = {});
 void type(QWidget *into, const QString &text);
 /// A click with the left button: on a check box at its mark, on anything else in the middle.
 void click(QWidget *widget);
+/// A click with the left button at this place of the widget.
+void clickAt(QWidget *widget, const QPoint &at);
 /// A click with the left button on the window that has the focus, where the pointer is kept during
 /// a trial.
 void clickAside();

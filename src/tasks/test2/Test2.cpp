@@ -95,6 +95,8 @@ void Test2::placeStimuli()
 
 void Test2::writeDefaults()
 {
+    m_ui.le_rt_delta->clear();
+    m_ui.le_pitch->setText(pitchText(m_calibration->isHorzPitch()));
     const auto write = [](QLineEdit *edit, int &parameter, int value) {
         parameter = value;
         edit->setText(QStringLiteral("%1").arg(value));

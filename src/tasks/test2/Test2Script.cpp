@@ -267,5 +267,6 @@ void Test2::t_sequence20()
 
 void Test2::t_sequence21()
 {
+    m_subtask = 0; // the blocks had one each
     beginTest(testTrials);
 }

@@ -187,9 +187,10 @@ void Test2::logTestTrial(int direction, int rank)
         m_invalid = 1;
 
     logTrial(rows::trialT2(
-        rows::identity(),
-        {m_taskCode, sessionNumber(), m_trialStamp, int(m_condition) + 1, m_trialNo + 1},
-        {rank, reactionTime, tables::_roseVents.at(std::size_t(direction))}, m_invalid));
+                 rows::identity(),
+                 {m_taskCode, sessionNumber(), m_trialStamp, int(m_condition) + 1, m_trialNo + 1},
+                 {rank, reactionTime, tables::_roseVents.at(std::size_t(direction))}, m_invalid),
+             m_invalid == 0);
     if (m_invalid == 0) {
         const int condition = playTab3.at(std::min(m_tab3Index, conditions - 1));
         m_table.store(condition, rank, m_rt);

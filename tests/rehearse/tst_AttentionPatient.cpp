@@ -1,6 +1,6 @@
+#include "AttentionPatient.h"
 #include "DrawArrow.h"
 #include "DrawRectangle.h"
-#include "Patient.h"
 #include "Rhythm.h"
 #include "Screen.h"
 #include "VirtualTime.h"
@@ -67,9 +67,9 @@ private:
 Observer steady()
 {
     Observer observer;
-    observer.mu = 300.0;
-    observer.sigma = 0.0;
-    observer.tau = 0.0;
+    observer.time.mu = 300.0;
+    observer.time.sigma = 0.0;
+    observer.time.tau = 0.0;
     observer.learningSlope = 0.0;
     observer.anticipations = 0.0;
     observer.misses = 0.0;
@@ -78,7 +78,7 @@ Observer steady()
 
 } // namespace
 
-class tst_Patient : public QObject
+class tst_AttentionPatient : public QObject
 {
     Q_OBJECT
 
@@ -106,17 +106,17 @@ private:
     std::unique_ptr<VirtualTime> m_time;
     std::unique_ptr<FakeTask> m_task;
     std::unique_ptr<Screen> m_screen;
-    std::unique_ptr<Patient> m_patient;
+    std::unique_ptr<AttentionPatient> m_patient;
 };
 
-void tst_Patient::init()
+void tst_AttentionPatient::init()
 {
     m_time = std::make_unique<VirtualTime>(VirtualTime::Mode::Stepped);
     m_task = std::make_unique<FakeTask>();
     m_screen = std::make_unique<Screen>();
 }
 
-void tst_Patient::cleanup()
+void tst_AttentionPatient::cleanup()
 {
     m_patient.reset();
     m_screen.reset();
@@ -124,12 +124,12 @@ void tst_Patient::cleanup()
     m_time.reset();
 }
 
-void tst_Patient::makePatient(const Observer &observer)
+void tst_AttentionPatient::makePatient(const Observer &observer)
 {
-    m_patient = std::make_unique<Patient>(observer, 1, *m_screen);
+    m_patient = std::make_unique<AttentionPatient>(observer, 1, *m_screen);
 }
 
-void tst_Patient::aTargetIsAnsweredAfterTheReactionTime()
+void tst_AttentionPatient::aTargetIsAnsweredAfterTheReactionTime()
 {
     makePatient(steady());
     m_time->advance(1000);
@@ -142,7 +142,7 @@ void tst_Patient::aTargetIsAnsweredAfterTheReactionTime()
     QCOMPARE(m_task->answers.size(), 1);
 }
 
-void tst_Patient::aTargetThatGoesIsNotAnswered()
+void tst_AttentionPatient::aTargetThatGoesIsNotAnswered()
 {
     makePatient(steady());
     m_task->m_target->show();
@@ -152,7 +152,7 @@ void tst_Patient::aTargetThatGoesIsNotAnswered()
     QCOMPARE(m_task->answers, QList<int>());
 }
 
-void tst_Patient::besideAButtonThePatientOnlyWatches()
+void tst_AttentionPatient::besideAButtonThePatientOnlyWatches()
 {
     makePatient(steady());
     m_task->m_go->show();
@@ -161,7 +161,7 @@ void tst_Patient::besideAButtonThePatientOnlyWatches()
     QCOMPARE(m_task->answers, QList<int>());
 }
 
-void tst_Patient::anAlertThatWentOutAMomentAgoHelps()
+void tst_AttentionPatient::anAlertThatWentOutAMomentAgoHelps()
 {
     makePatient(steady());
     m_task->m_asterisk->show();
@@ -176,7 +176,7 @@ void tst_Patient::anAlertThatWentOutAMomentAgoHelps()
     QCOMPARE(m_task->answers, (QList<int>{775, 1800}));
 }
 
-void tst_Patient::anArrowHelps()
+void tst_AttentionPatient::anArrowHelps()
 {
     makePatient(steady());
     m_task->m_arrow->show();
@@ -185,7 +185,7 @@ void tst_Patient::anArrowHelps()
     QCOMPARE(m_task->answers, QList<int>{260});
 }
 
-void tst_Patient::theRankCountsTheTargetsOfABlock()
+void tst_AttentionPatient::theRankCountsTheTargetsOfABlock()
 {
     Observer observer = steady();
     observer.learningSlope = -100.0;
@@ -202,7 +202,7 @@ void tst_Patient::theRankCountsTheTargetsOfABlock()
     QCOMPARE(m_task->answers.constLast(), 2300);
 }
 
-void tst_Patient::anOverlookedTargetIsAnsweredVeryLate()
+void tst_AttentionPatient::anOverlookedTargetIsAnsweredVeryLate()
 {
     Observer observer = steady();
     observer.misses = 1.0;
@@ -212,7 +212,7 @@ void tst_Patient::anOverlookedTargetIsAnsweredVeryLate()
     QCOMPARE(m_task->answers, QList<int>{6000});
 }
 
-void tst_Patient::anAnswerCanBeAClick()
+void tst_AttentionPatient::anAnswerCanBeAClick()
 {
     Observer observer = steady();
     observer.answer = Observer::Answer::LeftButton;
@@ -222,7 +222,7 @@ void tst_Patient::anAnswerCanBeAClick()
     QCOMPARE(m_task->answers, QList<int>{300});
 }
 
-void tst_Patient::anAnswerThatWasToldTakesThePlaceOfTheOwnOne()
+void tst_AttentionPatient::anAnswerThatWasToldTakesThePlaceOfTheOwnOne()
 {
     makePatient(steady());
     m_task->m_target->show();
@@ -231,7 +231,7 @@ void tst_Patient::anAnswerThatWasToldTakesThePlaceOfTheOwnOne()
     QCOMPARE(m_task->answers, QList<int>{2500});
 }
 
-void tst_Patient::withoutATargetAToldAnswerIsOneMore()
+void tst_AttentionPatient::withoutATargetAToldAnswerIsOneMore()
 {
     makePatient(steady());
     m_patient->answerIn(150);
@@ -241,7 +241,7 @@ void tst_Patient::withoutATargetAToldAnswerIsOneMore()
     QCOMPARE(m_task->answers, (QList<int>{150, 700}));
 }
 
-void tst_Patient::aHastyPatientTapsWhereTheNextTargetIsDue()
+void tst_AttentionPatient::aHastyPatientTapsWhereTheNextTargetIsDue()
 {
     Observer observer = steady();
     observer.anticipations = 1.0;
@@ -261,7 +261,7 @@ void tst_Patient::aHastyPatientTapsWhereTheNextTargetIsDue()
     QCOMPARE(m_task->answers.size(), before + 1);
 }
 
-void tst_Patient::tapsLieCloserThanTheLastWait()
+void tst_AttentionPatient::tapsLieCloserThanTheLastWait()
 {
     constexpr int lastWait = 400; // ms before a target, in which a tap counts as an anticipation
     const QList<int> taps = Rhythm::tapsOfTrial();
@@ -270,7 +270,7 @@ void tst_Patient::tapsLieCloserThanTheLastWait()
         QVERIFY(taps.at(i) - taps.at(i - 1) < lastWait);
 }
 
-void tst_Patient::aSlowTestIsTappedLater()
+void tst_AttentionPatient::aSlowTestIsTappedLater()
 {
     Rhythm rhythm;
     rhythm.targetAppeared(1000);
@@ -289,5 +289,5 @@ void tst_Patient::aSlowTestIsTappedLater()
     QVERIFY(!rhythm.isSlow());
 }
 
-QTEST_MAIN(tst_Patient)
-#include "tst_Patient.moc"
+QTEST_MAIN(tst_AttentionPatient)
+#include "tst_AttentionPatient.moc"
