@@ -1,6 +1,7 @@
 #include "RealTime.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -8,12 +9,35 @@
 #include <cstring>
 #include <ctime>
 
+#include <sched.h>
+#include <sys/resource.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
 
 namespace {
 constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
+constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
+
+/// Longer than a sleeping process takes to come back on a computer that isn't overloaded.
+constexpr qint64 wakeUp = 1'500'000; // ns
+
+constexpr int urgentPriority = 1; // of those in real time, the last
+constexpr int urgentNice = -10;
+
+void setThreadUrgent(pid_t thread, bool urgent)
+{
+    sched_param parameters{};
+    if (urgent) {
+        parameters.sched_priority = urgentPriority;
+        // What the process starts in the meantime is none of the trial's business.
+        if (sched_setscheduler(thread, SCHED_RR | SCHED_RESET_ON_FORK, &parameters) != 0)
+            setpriority(PRIO_PROCESS, id_t(thread), urgentNice);
+    } else {
+        sched_setscheduler(thread, SCHED_OTHER, &parameters);
+        setpriority(PRIO_PROCESS, id_t(thread), 0);
+    }
 }
+} // namespace
 
 RealTime &RealTime::instance()
 {
@@ -42,6 +66,42 @@ QDateTime RealTime::currentDateTime() const
 quint32 RealTime::seedSeconds() const
 {
     return quint32(std::time(nullptr));
+}
+
+qint64 RealTime::lead() const
+{
+    return wakeUp;
+}
+
+void RealTime::waitUntil(qint64 moment) const
+{
+    while (nanoseconds() < moment) {
+    }
+}
+
+qint64 RealTime::inputMoment(quint64 timestamp) const
+{
+    return latestMoment(timestamp, nanoseconds());
+}
+
+qint64 RealTime::latestMoment(quint64 timestamp, qint64 now)
+{
+    constexpr quint32 believable = 1000; // ms
+    const auto age = quint32(now / nanosecondsPerMillisecond) - quint32(timestamp);
+    if (timestamp == 0 || age > believable)
+        return now;
+    const qint64 millisecond = now / nanosecondsPerMillisecond - age;
+    return std::min(now, (millisecond + 1) * nanosecondsPerMillisecond);
+}
+
+void RealTime::setUrgent(bool urgent)
+{
+    if (urgent == m_urgent)
+        return;
+    m_urgent = urgent;
+    const QDir threads(QStringLiteral("/proc/self/task"));
+    for (const QString &thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        setThreadUrgent(thread.toInt(), urgent);
 }
 
 bool RealTime::open()

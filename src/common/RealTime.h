@@ -17,6 +17,16 @@ public:
     qint64 nanoseconds() const override;
     QDateTime currentDateTime() const override;
     quint32 seedSeconds() const override;
+    qint64 lead() const override;
+    void waitUntil(qint64 moment) const override;
+    qint64 inputMoment(quint64 timestamp) const override;
+    /// Round-robin scheduling for every thread of the process, or a better nice value, or nothing.
+    void setUrgent(bool urgent) override;
+
+    /// The latest moment, ns, that an event with this stamp can have had when it is handled `now`.
+    /// The X server stamps with its monotonic clock in whole ms, of which 32 bits are sent; a stamp
+    /// that isn't within the second before `now` is of another clock, and gives `now`.
+    static qint64 latestMoment(quint64 timestamp, qint64 now);
 
 protected:
     void wakeAt(std::optional<qint64> due) override;
@@ -28,6 +38,7 @@ private:
     bool open();
     void wake();
 
+    bool m_urgent = false;
     int m_descriptor = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

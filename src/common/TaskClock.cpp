@@ -2,6 +2,8 @@
 
 #include "TimeSource.h"
 
+#include <algorithm>
+
 void TaskClock::start()
 {
     m_start = TimeSource::current().nanoseconds();
@@ -16,7 +18,12 @@ int TaskClock::restart()
 
 int TaskClock::elapsed() const
 {
+    return elapsedAt(TimeSource::current().nanoseconds());
+}
+
+int TaskClock::elapsedAt(qint64 moment) const
+{
     if (m_start < 0)
         return 0;
-    return int((TimeSource::current().nanoseconds() - m_start) / 1'000'000);
+    return int(std::max<qint64>(moment - m_start, 0) / 1'000'000);
 }

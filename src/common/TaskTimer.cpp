@@ -30,6 +30,13 @@ void TaskTimer::start()
     arm(TimeSource::current().nanoseconds() + m_interval * nanosecondsPerMillisecond);
 }
 
+void TaskTimer::startUntil(qint64 due, int ms)
+{
+    m_interval = std::max(ms, 0);
+    stop();
+    arm(due);
+}
+
 void TaskTimer::stop()
 {
     if (m_source)

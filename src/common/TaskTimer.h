@@ -21,6 +21,9 @@ public:
     void start(int ms);
     /// Starts or restarts the timer with the interval it has.
     void start();
+    /// Starts or restarts the timer with this interval, to fire at this moment of the time source,
+    /// ns.
+    void startUntil(qint64 due, int ms);
     void stop();
 
     bool isActive() const { return m_source != nullptr; }

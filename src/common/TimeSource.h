@@ -34,6 +34,18 @@ public:
     virtual void hold() {}
     virtual void release() {}
 
+    /// How long before its moment, ns, a timer is best armed when what it does must be on time: the
+    /// rest is waited for by waitUntil().
+    virtual qint64 lead() const { return 0; }
+    /// Returns at this moment, or at once when it is over. It keeps the processor busy, and is for
+    /// the last milliseconds of a wait.
+    virtual void waitUntil(qint64) const {}
+    /// The moment of a key or a click, from the time stamp of its event; a stamp that tells nothing
+    /// counts as now.
+    virtual qint64 inputMoment(quint64) const { return nanoseconds(); }
+    /// True: a trial may run, and the process goes before others where the system allows it.
+    virtual void setUrgent(bool) {}
+
 protected:
     TimeSource() = default;
     virtual ~TimeSource();

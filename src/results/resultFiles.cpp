@@ -97,18 +97,33 @@ void createTrialLog()
         append(log, tables::_headerArchive);
 }
 
-QString openTrialLog(QFile &log)
+namespace {
+QString openLog(QFile &log, const QString &path, const QByteArray &header)
 {
-    const QString path = inResults(trialLogName);
     const bool half = endsInHalfALine(path);
     log.close();
     log.setFileName(path);
     if (!log.open(appending))
         return log.errorString();
-    QString error = half ? append(log, "\n") : QString();
+    QString error;
+    if (half)
+        error = append(log, "\n");
+    else if (log.size() == 0 && !header.isEmpty())
+        error = append(log, header);
     if (!error.isEmpty())
         log.close();
     return error;
+}
+} // namespace
+
+QString openTrialLog(QFile &log)
+{
+    return openLog(log, inResults(trialLogName), {});
+}
+
+QString openTimingLog(QFile &log)
+{
+    return openLog(log, inResults(timingLogName), rows::timingHeader());
 }
 
 QString appendRow(QFile &log, const QByteArray &row)
@@ -116,7 +131,7 @@ QString appendRow(QFile &log, const QByteArray &row)
     return log.isOpen() ? append(log, row) : QString();
 }
 
-QString closeTrialLog(QFile &log)
+QString closeLog(QFile &log)
 {
     if (!log.isOpen())
         return {};

@@ -11,6 +11,7 @@ class QIODevice;
 namespace resultFiles {
 
 inline constexpr char trialLogName[] = "output.csv";
+inline constexpr char timingLogName[] = "timing.csv";
 inline constexpr char validLogName[] = "valid-output.csv";
 
 /// A file that could not be written, for the box that tells it.
@@ -30,14 +31,18 @@ void createTrialLog();
 /// empty if all went well; the log is then open.
 QString openTrialLog(QFile &log);
 
+/// Opens ../Results/timing.csv in the same manner; a new or empty one gets its header first.
+QString openTimingLog(QFile &log);
+
 /// Appends a row and hands it to the system at once, so that a program killed afterwards has lost
 /// nothing. Outside the test phase the log is closed, and the row is dropped without a word.
 /// Returns the error string, empty if all went well; what was written of the row is then taken
 /// back.
 QString appendRow(QFile &log, const QByteArray &row);
 
-/// Sees the rows on the disk and closes the log. Nothing happens if it is closed.
-QString closeTrialLog(QFile &log);
+/// Sees the rows on the disk and closes the log, of trials or of timing. Nothing happens if it is
+/// closed.
+QString closeLog(QFile &log);
 
 /// The folder of the patient, made if it is missing. What can't be made is found out by the first
 /// file in it.

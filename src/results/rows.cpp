@@ -4,6 +4,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -11,11 +12,13 @@ namespace rows {
 namespace {
 
 constexpr int groupColumnsT1 = 7;
+constexpr double nanosecondsPerMillisecond = 1e6;
 
 /// Puts a row together field by field.
 class Row
 {
 public:
+    Row() = default;
     explicit Row(const Identity &who)
     {
         text(who.code).text(who.gender).text(who.lastName).text(who.firstName);
@@ -126,6 +129,42 @@ QByteArray trialT4(const Identity &who, const TrialHead &head, const TrialT4 &tr
     Row row = begun(who, head);
     row.empty(14).text(trial.distFirst).text(trial.distLast);
     return row.integer(trial.posFirst).integer(trial.posLast).integer(error).finished();
+}
+
+qint64 ShownInterval::late() const
+{
+    return achieved - qint64(nominal) * qint64(nanosecondsPerMillisecond);
+}
+
+QByteArray timing(const TrialHead &head, const std::vector<ShownInterval> &intervals)
+{
+    constexpr int microsecond = 3; // decimals of a millisecond
+    const auto milliseconds = [](qint64 ns) { return double(ns) / nanosecondsPerMillisecond; };
+    Row row;
+    row.date(head.stamp.date()).time(head.stamp.time());
+    row.integer(head.task).integer(head.session).integer(head.rankTask);
+    if (intervals.empty()) {
+        row.empty(1);
+    } else {
+        const auto worst = std::ranges::max_element(intervals, {}, &ShownInterval::late);
+        row.fixed(milliseconds(worst->late()), microsecond);
+    }
+    const int shown = std::min(int(intervals.size()), timingIntervals);
+    for (int i = 0; i < shown; ++i) {
+        const ShownInterval &interval = intervals[std::size_t(i)];
+        row.integer(interval.nominal).fixed(milliseconds(interval.achieved), microsecond);
+    }
+    return row.empty(2 * (timingIntervals - shown)).finished();
+}
+
+QByteArray timingHeader()
+{
+    QByteArray header = "date;time;task;session;rank_task;late";
+    for (int i = 1; i <= timingIntervals; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        header += ";nominal_" + number + ";achieved_" + number;
+    }
+    return header + '\n';
 }
 
 QByteArray marker(const Identity &who, QLatin1String word)

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 /// One line of a result file, as bytes: Latin-1, fields separated by ";", no quoting, a single line
 /// feed at the end. A letter that Latin-1 lacks becomes "?". A ";" in a text shifts the columns of
@@ -79,6 +80,26 @@ QByteArray trialT1(const Identity &who, const TrialHead &head, const TrialT1 &tr
 QByteArray trialT2(const Identity &who, const TrialHead &head, const TrialT2 &trial, int error);
 QByteArray trialT3(const Identity &who, const TrialHead &head, const TrialT3 &trial, int error);
 QByteArray trialT4(const Identity &who, const TrialHead &head, const TrialT4 &trial, int error);
+
+/// An interval between two pictures of a trial: what was asked for, and what it became.
+struct ShownInterval
+{
+    int nominal = 0;     ///< ms
+    qint64 achieved = 0; ///< ns
+
+    /// ns; negative when the interval was too short.
+    qint64 late() const;
+};
+
+/// How many intervals a timing row has room for: a wait, and seven crosses with their gaps.
+inline constexpr int timingIntervals = 15;
+
+/// The row of one trial in the timing log: whose it is, how late its worst interval was, and its
+/// intervals in the order of the chain. `late` is empty when there are none; those behind the last
+/// one are empty, and those beyond the room count in `late` alone.
+QByteArray timing(const TrialHead &head, const std::vector<ShownInterval> &intervals);
+/// The line that names the columns of the timing log.
+QByteArray timingHeader();
 
 /// The short row of a break: the five identity columns and the word "paused" or "interrupted".
 QByteArray marker(const Identity &who, QLatin1String word);

@@ -23,7 +23,12 @@ TaskDialog::TaskDialog(QWidget *parent)
     , m_calibration(new Calibration(this))
     , m_random(new Random(this))
     , m_statistic(new Statistic(this))
+    , m_lateNote(new QLabel(this))
 {
+    m_lateNote->setObjectName(QStringLiteral("lbl_late"));
+    m_lateNote->setAlignment(Qt::AlignCenter);
+    m_lateNote->setStyleSheet(QStringLiteral("color: rgb(255, 255, 255)"));
+    m_lateNote->hide();
     setFocusPolicy(Qt::StrongFocus);
     m_result->setAttribute(Qt::WA_QuitOnClose, false); // it goes with the main window
 }
@@ -88,6 +93,7 @@ void TaskDialog::go(const Options &options)
     m_instructing = options.withInstruction;
     m_stage = 0;
     m_logError.clear();
+    m_timingError.clear();
     m_failures.clear();
     m_trialNo = 0;
     m_trialCount = 0;
@@ -103,6 +109,7 @@ void TaskDialog::go(const Options &options)
     m_centerY = height() / 2;
     pointAt(centre());
     placeStimuli();
+    prepareStimuli();
     hideStimuli();
 
     writeDefaults();
@@ -114,6 +121,16 @@ void TaskDialog::go(const Options &options)
     layOutControls();
     if (mayBegin())
         beginFirstPhase();
+}
+
+/// The first paint of a widget reads its style and its images: no patient is to wait for that.
+void TaskDialog::prepareStimuli()
+{
+    if (m_isPrepared)
+        return;
+    m_isPrepared = true;
+    for (QWidget *stimulus : qAsConst(m_stimuli))
+        stimulus->grab();
 }
 
 int TaskDialog::fullCycle() const
@@ -157,6 +174,11 @@ void TaskDialog::layOutControls()
         centred(m_widgets.results->width(), m_widgets.results->height()).translated(-aside, 0));
     m_widgets.mainMenu->setGeometry(
         centred(m_widgets.mainMenu->width(), m_widgets.mainMenu->height()).translated(aside, 0));
+
+    constexpr int below = 80;
+    m_lateNote->setGeometry(
+        centred(2 * m_layoutHalfW, m_widgets.results->height()).translated(0, below));
+    m_lateNote->hide();
 
     for (QPushButton *button : {m_widgets.results, m_widgets.mainMenu, m_widgets.go, m_widgets.next,
                                 m_widgets.continueButton})

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Calibration.h"
+#include "PictureTimes.h"
 #include "TaskClock.h"
 #include "TaskWidgets.h"
 #include "resultFiles.h"
@@ -13,6 +14,7 @@
 
 #include <memory>
 
+class QInputEvent;
 class Random;
 class Result;
 class Statistic;
@@ -127,16 +129,28 @@ protected:
     void showGoAtCorner();
     void hideStimuli();
     /// Paints at once what a link has changed, in one pass, so that the time that it starts begins
-    /// with the picture.
-    void paintNow();
+    /// with the picture. `ended` is the timer of the interval that this picture ends: the paint
+    /// waits for its moment.
+    void paintNow(const TaskTimer *ended = nullptr);
+    /// Paints this area as it is, to learn how long the first picture of its size will take that
+    /// ends an interval of this timer.
+    void rehearsePaint(const TaskTimer *timer, const QRect &area);
+    /// Starts an interval of the chain, of `ms`, that began with the picture painted last.
+    void startInterval(TaskTimer *timer, int ms);
+    /// When the picture painted last was there, ns.
+    qint64 shownAt() const { return m_pictures.shown(); }
+    /// When the key or the click that is being handled was made, ns.
+    qint64 inputMoment() const { return m_inputMoment; }
+    void noteInput(const QInputEvent &event);
 
     /// A block of training has been set up; pb_go starts it.
     void showTraining(const QString &title, int subtask, int number);
     /// From the last training block to the test.
     void beginTest(int number);
     bool openTrialLog();
-    /// A row of the trial log; a valid one goes to the valid rows too when the test ends.
-    void logTrial(const QByteArray &row, bool valid);
+    /// A row of the trial log; a valid one goes to the valid rows too when the test ends. Beside it
+    /// the timing log gets what the trial's intervals became.
+    void logTrial(const rows::TrialHead &head, const QByteArray &row, bool valid);
     /// The run can't go on: the dialog hides, and a box tells why.
     void refuse(const QString &text);
     /// Ends a test that leads to no result: a marker row, the log closed, and the box.
@@ -147,6 +161,8 @@ protected:
     /// Scores, files, and the two buttons.
     void endTest();
 
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -162,6 +178,7 @@ protected:
     QFile m_validLog;  ///< valid-output.csv, open at the end of the test
     QFile m_resultLog; ///< results_Tn.csv, open at the end of the test
     QByteArray m_validRows;
+    PictureTimes m_pictures;
 
     QDateTime m_trialStamp; ///< onset of the current trial's stimulus
     TaskClock m_cycleClock;
@@ -198,6 +215,8 @@ protected:
 private:
     QString translated(const char *text) const;
     QString failedToOpen(const QString &name, const QString &error) const;
+    void prepareStimuli();
+    qint64 paint();
     void clearResult();
     void warnOnLight(const QString &text);
     void takeScreen();
@@ -213,11 +232,21 @@ private:
     bool clickForward();
     void writeMarker(const char *word);
     void noteLogError(const QString &error);
+    void noteTimingError(const QString &error);
+    void logTiming(const rows::TrialHead &head);
+    void closeLogs();
+    void tellLateness();
     void tellFailures();
 
+    qint64 m_inputMoment = 0;
+    QFile m_timingLog;      ///< timing.csv, open during the test phase
+    QString m_timingError;  ///< the first one of the run
+    qint64 m_worstLate = 0; ///< ns, of the test's intervals
+    QLabel *m_lateNote;     ///< under the two buttons
     TaskWidgets m_widgets;
     QList<QWidget *> m_stimuli;
     QList<QWidget *> m_panel;
+    bool m_isPrepared = false;
     QString m_logError;               ///< the first row of the run that couldn't be written
     resultFiles::Failures m_failures; ///< what the end of the run couldn't write
 };

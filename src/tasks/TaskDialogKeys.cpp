@@ -1,5 +1,6 @@
 #include "TaskDialog.h"
 
+#include "TimeSource.h"
 #include "rows.h"
 
 #include <QCloseEvent>
@@ -16,6 +17,7 @@ void TaskDialog::keyPressEvent(QKeyEvent *event)
 {
     if (event->isAutoRepeat()) // an answer is a press, not a key that is held
         return;
+    noteInput(*event);
     switch (event->key()) {
     case Qt::Key_Escape:
         interrupt();
@@ -31,6 +33,11 @@ void TaskDialog::keyPressEvent(QKeyEvent *event)
     default:
         taskKey(event->key());
     }
+}
+
+void TaskDialog::noteInput(const QInputEvent &event)
+{
+    m_inputMoment = TimeSource::current().inputMoment(event.timestamp());
 }
 
 bool TaskDialog::awaitsAnswer() const
@@ -80,6 +87,18 @@ bool TaskDialog::clickForward()
         }
     }
     return false;
+}
+
+void TaskDialog::showEvent(QShowEvent *event)
+{
+    TimeSource::current().setUrgent(true);
+    QDialog::showEvent(event);
+}
+
+void TaskDialog::hideEvent(QHideEvent *event)
+{
+    TimeSource::current().setUrgent(false);
+    QDialog::hideEvent(event);
 }
 
 void TaskDialog::closeEvent(QCloseEvent *event)

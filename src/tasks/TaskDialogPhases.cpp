@@ -3,11 +3,17 @@
 #include "Messages.h"
 #include "Result.h"
 #include "TaskTimer.h"
+#include "TimeSource.h"
+#include "displayServer.h"
 #include "patientsList.h"
 #include "rows.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QLoggingCategory>
+
+#include <algorithm>
+#include <array>
 
 // The phases of a run: instruction, training, test, its end, and the way out.
 
@@ -130,8 +136,11 @@ int TaskDialog::closingWait(int withoutFixedDuration)
 bool TaskDialog::openTrialLog()
 {
     const QString error = resultFiles::openTrialLog(m_trialLog);
-    if (error.isEmpty())
+    if (error.isEmpty()) {
+        noteTimingError(resultFiles::openTimingLog(m_timingLog));
+        m_worstLate = 0;
         return true;
+    }
     refuse(failedToOpen(QString::fromLatin1(resultFiles::trialLogName), error));
     return false;
 }
@@ -147,7 +156,7 @@ void TaskDialog::breakOff(const QString &text)
     stopTimers();
     m_stage = 0;
     writeMarker("interrupted");
-    noteLogError(resultFiles::closeTrialLog(m_trialLog));
+    closeLogs();
     refuse(text);
     tellFailures();
 }
@@ -165,9 +174,10 @@ void TaskDialog::warnOnLight(const QString &text)
     setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0)"));
 }
 
-void TaskDialog::logTrial(const QByteArray &row, bool valid)
+void TaskDialog::logTrial(const rows::TrialHead &head, const QByteArray &row, bool valid)
 {
     noteLogError(resultFiles::appendRow(m_trialLog, row));
+    logTiming(head);
     if (valid)
         m_validRows += row;
 }
@@ -176,6 +186,40 @@ void TaskDialog::noteLogError(const QString &error)
 {
     if (m_logError.isEmpty()) // told at the end: no box opens while a trial runs
         m_logError = error;
+}
+
+void TaskDialog::logTiming(const rows::TrialHead &head)
+{
+    const std::vector<rows::ShownInterval> &intervals = m_pictures.intervals();
+    for (const rows::ShownInterval &interval : intervals)
+        m_worstLate = std::max(m_worstLate, interval.late());
+    noteTimingError(resultFiles::appendRow(m_timingLog, rows::timing(head, intervals)));
+}
+
+void TaskDialog::noteTimingError(const QString &error)
+{
+    if (m_timingError.isEmpty())
+        m_timingError = error;
+}
+
+void TaskDialog::closeLogs()
+{
+    noteLogError(resultFiles::closeLog(m_trialLog));
+    noteTimingError(resultFiles::closeLog(m_timingLog));
+}
+
+/// A picture that came more than a frame of the screen too late is told under the two buttons.
+void TaskDialog::tellLateness()
+{
+    constexpr std::array<double, 2> frames{1e9 / 60, 1e9 / 120}; // ns, by the screen's frequency
+    const bool fast = m_calibration->isFrequency() == 1;
+    const double late = double(m_worstLate);
+    if (late <= frames[fast ? 1 : 0])
+        return;
+    constexpr double nanosecondsPerMillisecond = 1e6;
+    m_lateNote->setText(tr("At worst a picture came %L1 ms late. Which trials: Results/timing.csv")
+                            .arg(late / nanosecondsPerMillisecond, 0, 'f', 0));
+    m_lateNote->show();
 }
 
 void TaskDialog::endBlock()
@@ -215,6 +259,9 @@ resultFiles::Failures TaskDialog::keepThresholds()
 
 void TaskDialog::tellFailures()
 {
+    if (!m_timingError.isEmpty())
+        m_failures.prepend({QString::fromLatin1(resultFiles::timingLogName), m_timingError});
+    m_timingError.clear();
     if (!m_logError.isEmpty())
         m_failures.prepend({QString::fromLatin1(resultFiles::trialLogName), m_logError});
     m_logError.clear();
@@ -233,7 +280,7 @@ void TaskDialog::seq_escape(bool toResults)
     stopTimers();
     m_stage = 0;
     if (m_phase == 0)
-        noteLogError(resultFiles::closeTrialLog(m_trialLog));
+        closeLogs();
     m_failures += keepThresholds();
     hideStimuli();
     hideGuides();
@@ -245,6 +292,8 @@ void TaskDialog::seq_escape(bool toResults)
         widget->hide();
     m_widgets.results->setVisible(toResults);
     m_widgets.mainMenu->setVisible(toResults);
+    if (toResults)
+        tellLateness();
     tellFailures();
     if (toResults) {
         if (!isVisible()) { // the box has hidden it
@@ -291,6 +340,7 @@ void TaskDialog::stopTimers()
 {
     for (TaskTimer *timer : findChildren<TaskTimer *>(Qt::FindDirectChildrenOnly))
         timer->stop();
+    m_pictures.forget();
 }
 
 void TaskDialog::hideStimuli()
@@ -299,7 +349,30 @@ void TaskDialog::hideStimuli()
         stimulus->hide();
 }
 
-void TaskDialog::paintNow()
+void TaskDialog::paintNow(const TaskTimer *ended)
 {
+    m_pictures.awaitEnd(ended);
+    m_pictures.painted(ended, paint());
+}
+
+/// Returns the moment at which it began.
+qint64 TaskDialog::paint()
+{
+    const qint64 began = TimeSource::current().nanoseconds();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater); // what was shown asks by this
     QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
+    displayServer::awaitDrawn();
+    return began;
+}
+
+void TaskDialog::rehearsePaint(const TaskTimer *timer, const QRect &area)
+{
+    update(area);
+    const qint64 began = paint();
+    m_pictures.expectPaint(*timer, TimeSource::current().nanoseconds() - began);
+}
+
+void TaskDialog::startInterval(TaskTimer *timer, int ms)
+{
+    m_pictures.begin(*timer, ms);
 }

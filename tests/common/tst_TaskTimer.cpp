@@ -1,3 +1,4 @@
+#include "RealTime.h"
 #include "TaskClock.h"
 #include "TaskTimer.h"
 #include "VirtualTime.h"
@@ -6,6 +7,8 @@
 #include <QTest>
 
 #include <memory>
+
+#include <sched.h>
 
 class tst_TaskTimer : public QObject
 {
@@ -34,6 +37,13 @@ private Q_SLOTS:
     void inRealTimeNoTimerIsEarlyAndTheOrderHolds();
     void inRealTimeTimersFireInAnEventLoopOfASlot();
     void inRealTimeARepeatingTimerKeepsToItsGrid();
+    void aTimerFiresAtTheMomentThatIsGiven();
+    void theClockReadsAMomentThatIsGiven();
+    void theStampOfAnInputGivesTheLatestMomentItAllows_data();
+    void theStampOfAnInputGivesTheLatestMomentItAllows();
+    void inVirtualTimeAnInputIsMadeNow();
+    void aWaitEndsAtItsMoment();
+    void theProcessIsUrgentForAsLongAsItIsTold();
 };
 
 namespace {
@@ -383,6 +393,85 @@ void tst_TaskTimer::inRealTimeARepeatingTimerKeepsToItsGrid()
     timer.start(3);
     loop.exec();
     QVERIFY(clock.elapsed() >= 30);
+}
+
+void tst_TaskTimer::aTimerFiresAtTheMomentThatIsGiven()
+{
+    VirtualTime time(VirtualTime::Mode::Stepped);
+    TaskTimer timer;
+    QStringList fired;
+    note(timer, fired, QStringLiteral("a"));
+    timer.setSingleShot(true);
+    timer.startUntil(30'000'000, 100);
+    QCOMPARE(timer.interval(), 100);
+    time.advance(29);
+    QVERIFY(fired.isEmpty());
+    time.advance(1);
+    QCOMPARE(fired.size(), 1);
+}
+
+void tst_TaskTimer::theClockReadsAMomentThatIsGiven()
+{
+    TaskClock clock;
+    clock.startAt(5'000'000);
+    QCOMPARE(clock.elapsedAt(14'999'999), 9);
+    QCOMPARE(clock.elapsedAt(4'000'000), 0); // a key that came before the picture
+}
+
+void tst_TaskTimer::theStampOfAnInputGivesTheLatestMomentItAllows_data()
+{
+    QTest::addColumn<quint64>("stamp"); // ms
+    QTest::addColumn<qint64>("now");    // ns
+    QTest::addColumn<qint64>("moment");
+    QTest::newRow("handled at once")
+        << quint64(5000) << qint64(5'000'200'000) << qint64(5'000'200'000);
+    QTest::newRow("handled in the next millisecond")
+        << quint64(5000) << qint64(5'001'100'000) << qint64(5'001'000'000);
+    QTest::newRow("handled late") << quint64(5000) << qint64(5'040'300'000)
+                                  << qint64(5'001'000'000);
+    QTest::newRow("the server's 32 bits have run over")
+        << quint64(0xffffffff) << (qint64(0x100000000) + 2) * 1'000'000
+        << qint64(0x100000000) * 1'000'000;
+    QTest::newRow("no stamp") << quint64(0) << qint64(500'000'000) << qint64(500'000'000);
+    QTest::newRow("another clock, ahead")
+        << quint64(9000) << qint64(5'000'200'000) << qint64(5'000'200'000);
+    QTest::newRow("another clock, far behind")
+        << quint64(7) << qint64(5'000'200'000) << qint64(5'000'200'000);
+}
+
+void tst_TaskTimer::theStampOfAnInputGivesTheLatestMomentItAllows()
+{
+    QFETCH(quint64, stamp);
+    QFETCH(qint64, now);
+    QTEST(RealTime::latestMoment(stamp, now), "moment");
+}
+
+void tst_TaskTimer::inVirtualTimeAnInputIsMadeNow()
+{
+    VirtualTime time(VirtualTime::Mode::Stepped);
+    time.advance(700);
+    QCOMPARE(TimeSource::current().inputMoment(650), 700'000'000);
+    QCOMPARE(TimeSource::current().lead(), 0);
+}
+
+void tst_TaskTimer::aWaitEndsAtItsMoment()
+{
+    const RealTime &time = RealTime::instance();
+    const qint64 moment = time.nanoseconds() + 300'000;
+    time.waitUntil(moment);
+    QVERIFY(time.nanoseconds() >= moment);
+    time.waitUntil(moment - 1'000'000); // over: it returns at once
+}
+
+void tst_TaskTimer::theProcessIsUrgentForAsLongAsItIsTold()
+{
+    RealTime &time = RealTime::instance();
+    time.setUrgent(true);
+    // A user without the right to real time keeps the usual order.
+    const int scheduling = sched_getscheduler(0) & ~SCHED_RESET_ON_FORK;
+    QVERIFY(scheduling == SCHED_RR || scheduling == SCHED_OTHER);
+    time.setUrgent(false);
+    QCOMPARE(sched_getscheduler(0) & ~SCHED_RESET_ON_FORK, SCHED_OTHER);
 }
 
 QTEST_MAIN(tst_TaskTimer)

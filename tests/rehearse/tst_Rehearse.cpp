@@ -77,6 +77,7 @@ void tst_Rehearse::anEmptyRootIsLaidOutAndFilled()
         QStringLiteral("Parameters/screen.pix"),
         QStringLiteral("Results/output.csv"),
         resultsFile,
+        QStringLiteral("Results/timing.csv"),
         QStringLiteral("Results/valid-output.csv"),
     };
     QCOMPARE(rehearsed.files().keys(), expected);

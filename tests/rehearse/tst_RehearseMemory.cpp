@@ -89,6 +89,7 @@ void tst_RehearseMemory::aWholeTestLeavesItsFiles()
                                QStringLiteral("Parameters/screen.pix"),
                                QStringLiteral("Results/output.csv"),
                                resultsFile,
+                               QStringLiteral("Results/timing.csv"),
                                validFile};
     QCOMPARE(rehearsed.files().keys(), expected);
     QVERIFY(rehearsed.bytes(resultsFile).endsWith('\n' + run.out));

@@ -204,7 +204,7 @@ void tst_resultFiles::theTrialLogIsOnlyAppendedTo()
     m_root->write(trialLog, header() + "a;1\n");
     QFile log;
     QCOMPARE(openTrialLog(log), QString());
-    QCOMPARE(closeTrialLog(log), QString());
+    QCOMPARE(closeLog(log), QString());
     QCOMPARE(m_root->bytes(trialLog), header() + "a;1\n");
 }
 
@@ -250,7 +250,7 @@ void tst_resultFiles::aRowOutsideTheTestPhaseIsDroppedWithoutAWord()
     createTrialLog();
     QFile log(QStringLiteral("../Results/output.csv"));
     QCOMPARE(appendRow(log, "a;interrupted\n"), QString());
-    QCOMPARE(closeTrialLog(log), QString());
+    QCOMPARE(closeLog(log), QString());
     QCOMPARE(m_root->bytes(trialLog), header());
 }
 
@@ -265,7 +265,7 @@ void tst_resultFiles::aRowThatDoesNotFitIsTakenBack()
     }
     QCOMPARE(m_root->bytes(trialLog), QByteArray("a;1\n"));
     QCOMPARE(appendRow(log, "a;3\n"), QString());
-    QCOMPARE(closeTrialLog(log), QString());
+    QCOMPARE(closeLog(log), QString());
     QCOMPARE(m_root->bytes(trialLog), QByteArray("a;1\na;3\n"));
 }
 
@@ -274,7 +274,7 @@ void tst_resultFiles::aClosedTrialLogHoldsItsRows()
     QFile log;
     QCOMPARE(openTrialLog(log), QString());
     QCOMPARE(appendRow(log, "a;1\n"), QString());
-    QCOMPARE(closeTrialLog(log), QString());
+    QCOMPARE(closeLog(log), QString());
     QVERIFY(!log.isOpen());
     QCOMPARE(appendRow(log, "a;2\n"), QString());
     QCOMPARE(m_root->bytes(trialLog), QByteArray("a;1\n"));

@@ -63,6 +63,8 @@ private Q_SLOTS:
     void trialRowsStandToTheByte();
     void scoreRowsStandToTheByte_data();
     void scoreRowsStandToTheByte();
+    void aTimingRowTellsItsIntervalsAndTheWorst();
+    void aTimingRowHasTheColumnsOfItsHeader();
     void aMarkerRowIsShort();
     void theIdentityIsThatOfTheStore();
     void anEmptyIdentityMakesAValidRow();
@@ -239,6 +241,31 @@ void tst_rows::scoreRowsStandToTheByte()
     QFETCH(QByteArray, rest);
     QCOMPARE(row,
              "S1;Mrs.;Martin;Anne;30/12/1951;2;7;05/03/2024;14:07:09.042;00:04:32;101;" + rest);
+}
+
+void tst_rows::aTimingRowTellsItsIntervalsAndTheWorst()
+{
+    const QByteArray row =
+        timing(trialHead(), {{150, 150'000'499}, {400, 402'123'456}, {17, 16'900'000}});
+    QCOMPARE(row, "05/03/2024;14:07:09.042;2;7;12;2.123;150;150.000;400;402.123;17;16.900" +
+                      QByteArray(24, ';') + '\n');
+    QCOMPARE(timing(trialHead(), {{17, 16'900'000}}).left(39),
+             QByteArray("05/03/2024;14:07:09.042;2;7;12;-0.100;1"));
+}
+
+void tst_rows::aTimingRowHasTheColumnsOfItsHeader()
+{
+    const qsizetype columns = columnsOf(timingHeader());
+    QCOMPARE(columns, 36);
+    QVERIFY(
+        timingHeader().startsWith("date;time;task;session;rank_task;late;nominal_1;achieved_1;"));
+    QVERIFY(timingHeader().endsWith(";nominal_15;achieved_15\n"));
+    QCOMPARE(columnsOf(timing(trialHead(), {})), columns);
+    std::vector<ShownInterval> many(timingIntervals + 3, {10, 10'000'000});
+    many.back().achieved = 12'000'000; // beyond the room, and yet the worst
+    const QByteArray row = timing(trialHead(), many);
+    QCOMPARE(columnsOf(row), columns);
+    QVERIFY(row.contains(";12;2.000;10;10.000;"));
 }
 
 void tst_rows::aMarkerRowIsShort()

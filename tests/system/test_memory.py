@@ -171,7 +171,7 @@ class Memory(LookingDesk):
         self.assertFalse(task.is_shown(task.mode))
         run = task.watch_run()
         load = len(struck.crosses)
-        self.assertEqual(len(run.crosses), load)  # the run that was held begins anew
+        self.assertEqual(len(run.crosses), load)  # it was held at its first cross
         task.answer(run.last, run.last)
         row = self.wait_rows(3)[2]
         self.assertEqual((row[SUBTASK], row[RANK], row[ERROR]),

@@ -844,7 +844,8 @@ void tst_Test1End::aFullDiskLeavesNoHalfRow()
     const auto messages = desk.boxes.take();
     QCOMPARE(messages.size(), 1);
     QCOMPARE(toldFiles(messages[0].text),
-             QStringList({QStringLiteral("output.csv"), QStringLiteral("valid-output.csv")}));
+             QStringList({QStringLiteral("output.csv"), QStringLiteral("timing.csv"),
+                          QStringLiteral("valid-output.csv")}));
     QCOMPARE(bytes(desk, trialLog), before);
     QVERIFY(bytes(desk, validLog).isEmpty());
     QVERIFY(desk.shown("pb_results"));
@@ -866,7 +867,8 @@ void tst_Test1End::aRowThatCouldNotBeWrittenIsToldAtTheEnd()
     QVERIFY(toAndFro(desk, 8));
     const auto messages = desk.boxes.take();
     QCOMPARE(messages.size(), 1);
-    QCOMPARE(toldFiles(messages[0].text), QStringList({QStringLiteral("output.csv")}));
+    QCOMPARE(toldFiles(messages[0].text),
+             QStringList({QStringLiteral("output.csv"), QStringLiteral("timing.csv")}));
     QCOMPARE(desk.rows().size(), 18);
     for (const QStringList &row : desk.rows())
         QCOMPARE(row.size(), int(Count));
@@ -887,7 +889,8 @@ void tst_Test1End::aRowThatCouldNotBeWrittenIsToldAtEscape()
     desk.key(Qt::Key_Escape);
     const auto messages = desk.boxes.take();
     QCOMPARE(messages.size(), 1);
-    QCOMPARE(toldFiles(messages[0].text), QStringList({QStringLiteral("output.csv")}));
+    QCOMPARE(toldFiles(messages[0].text),
+             QStringList({QStringLiteral("output.csv"), QStringLiteral("timing.csv")}));
     QVERIFY(!desk.task.isRunning());
     QVERIFY(sessionStore().escapeSeq);
     QCOMPARE(desk.rows().size(), 3);
@@ -907,7 +910,8 @@ void tst_Test1End::aMarkerThatCouldNotBeWrittenIsToldAtTheBreak()
     const auto messages = desk.boxes.take();
     QCOMPARE(messages.size(), 2);
     QCOMPARE(messages[0].text, QStringLiteral("Unstable measures, please start task over again"));
-    QCOMPARE(toldFiles(messages[1].text), QStringList({QStringLiteral("output.csv")}));
+    QCOMPARE(toldFiles(messages[1].text),
+             QStringList({QStringLiteral("output.csv"), QStringLiteral("timing.csv")}));
     QVERIFY(!desk.task.isRunning());
     QCOMPARE(desk.rows().size(), 49);
     QVERIFY(!exists(desk, archive));

@@ -1,5 +1,6 @@
 #include "AttentionDesk.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -29,11 +30,42 @@ private Q_SLOTS:
     void aLogThatCannotBeOpenedIsTold();
     void whatCannotBeFiledIsToldAndTheRestIsFiled();
     void aRowThatCouldNotBeWrittenIsToldAtTheEnd();
+    void everyTrialOfTheTestLeavesItsTimes();
+    void aBrokenOffTestKeepsItsTimes();
+    void aPictureThatCameMuchTooLateIsToldUnderTheButtons();
+    void aTestInTimeTellsNothingOfIt();
+    void timesThatCannotBeWrittenAreTold();
 };
 
 namespace {
 
 constexpr const char *scoreFile = "Archives/Doe Jane 01.02.1950/results_T2_Doe Jane 01.02.1950.csv";
+
+constexpr const char *timingFile = "Results/timing.csv";
+
+/// Lets every paint of the task take this long.
+class SlowPaint : public QObject
+{
+public:
+    SlowPaint(AttentionDesk &desk, int ms)
+        : m_desk(desk)
+        , m_ms(ms)
+    {
+        QCoreApplication::processEvents(); // a window that isn't exposed paints nothing
+        desk.task.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::UpdateRequest && m_desk.task.stage() == 2)
+            m_desk.time.advance(m_ms);
+        return false;
+    }
+
+private:
+    AttentionDesk &m_desk;
+    const int m_ms;
+};
 
 /// The scores, worked out again from the rows alone: slots by condition and rank, a line by the
 /// normal equations, and the times carried forward to rank 20.
@@ -429,6 +461,71 @@ void tst_Test2End::aRowThatCouldNotBeWrittenIsToldAtTheEnd()
     QCOMPARE(desk.rows("Results/valid-output.csv").size(), 3); // the valid rows are kept
     QCOMPARE(desk.rows("Results/results_T2.csv").size(), 1);
     QFile::remove(log);
+}
+
+void tst_Test2End::everyTrialOfTheTestLeavesItsTimes()
+{
+    AttentionDesk desk;
+    playShort(desk, 6);
+    const QList<QStringList> trials = desk.rows();
+    const QList<QStringList> times = desk.rows(timingFile);
+    QCOMPARE(times.size(), trials.size());
+    for (qsizetype i = 0; i < times.size(); ++i) {
+        const QStringList &row = times.at(i);
+        QCOMPARE(row.size(), 36);
+        QCOMPARE(row.mid(0, 2), trials.at(i).mid(7, 2)); // date and time
+        QCOMPARE(row.mid(2, 3).join(u';'), QStringLiteral("2;3;%1").arg(i + 1));
+        QCOMPARE(row.at(5), QStringLiteral("0.000"));
+        QCOMPARE(row.at(7), row.at(6) + QStringLiteral(".000")); // the foreperiod, drawn
+        QCOMPARE(row.mid(8, 5).join(u';'), QStringLiteral("100;100.000;400;400.000;"));
+    }
+}
+
+void tst_Test2End::aBrokenOffTestKeepsItsTimes()
+{
+    AttentionDesk desk;
+    desk.goTest();
+    desk.click("pb_go");
+    QVERIFY(desk.answer(300));
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(desk.rows(timingFile).size(), 1);
+}
+
+void tst_Test2End::aPictureThatCameMuchTooLateIsToldUnderTheButtons()
+{
+    AttentionDesk desk;
+    desk.goTest(true);
+    desk.type("le_number", QStringLiteral("3"));
+    SlowPaint slow(desk, 25);
+    play(desk, 3);
+    QVERIFY(desk.label("lbl_late").contains(QStringLiteral("25 ms")));
+    const QWidget *note = desk.widget<QLabel>("lbl_late");
+    QVERIFY(note->y() > desk.widget("pb_results")->geometry().bottom());
+    const QList<QStringList> times = desk.rows(timingFile);
+    QVERIFY(std::any_of(times.begin(), times.end(),
+                        [](const QStringList &row) { return row.at(5) == u"25.000"; }));
+}
+
+void tst_Test2End::aTestInTimeTellsNothingOfIt()
+{
+    AttentionDesk desk;
+    desk.goTest(true);
+    desk.type("le_number", QStringLiteral("3"));
+    SlowPaint slow(desk, 16); // less than a frame of 60 Hz
+    play(desk, 3);
+    QVERIFY(desk.shown("pb_results"));
+    QVERIFY(!desk.shown("lbl_late"));
+}
+
+void tst_Test2End::timesThatCannotBeWrittenAreTold()
+{
+    AttentionDesk desk;
+    QVERIFY(QDir().mkpath(QString::fromLatin1("../") + QString::fromLatin1(timingFile)));
+    playShort(desk, 3);
+    const auto messages = desk.boxes.take();
+    QCOMPARE(messages.size(), 1);
+    QVERIFY(messages.at(0).text.startsWith(QStringLiteral("Failed to open timing.csv\n")));
+    QCOMPARE(desk.rows().size(), 3);
 }
 
 QTEST_MAIN(tst_Test2End)

@@ -77,7 +77,7 @@ void Test1::logTestTrial()
     }
     const rows::TrialHead head{m_taskCode, m_session, m_trialStamp, m_subtask + 1, m_trialNo};
     // A trial that the patient didn't answer in time belongs to the track, and is kept.
-    logTrial(rows::trialT1(rows::identity(), head, trial, m_trialError), !m_markedError);
+    logTrial(head, rows::trialT1(rows::identity(), head, trial, m_trialError), !m_markedError);
 }
 
 bool Test1::isUnstable() const

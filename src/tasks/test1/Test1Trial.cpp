@@ -27,6 +27,8 @@ void Test1::toPb_go()
         for (State &state : m_state)
             state.track.seed(m_frequency, state.exposure);
     }
+    for (const Timer ended : {Exposure, Mask}) // the mask is the largest picture by far
+        rehearsePaint(m_timers[ended], m_ui.lbl_noise->geometry());
     TaskDialog::toPb_go();
 }
 
@@ -37,6 +39,7 @@ void Test1::startTimer(Timer timer, int ms)
 
 void Test1::sequence0()
 {
+    m_pictures.clear();
     m_instructing = false;
     m_limitReached = 0;
     m_markedError = false;
@@ -59,7 +62,8 @@ void Test1::sequence0()
     m_centralWrong = 0;
     m_periphWrong = 0;
     m_trialError = 0;
-    startTimer(Fixation, m_time01);
+    paintNow();
+    startInterval(m_timers[Fixation], m_time01);
     enterStage(1);
 }
 
@@ -104,8 +108,8 @@ void Test1::sequence1()
         drawPositions();
         showTriangles(position());
     }
-    paintNow();
-    startTimer(Exposure, trialState().exposure);
+    paintNow(m_timers[Fixation]);
+    startInterval(m_timers[Exposure], trialState().exposure);
     m_trialStamp = TimeSource::current().currentDateTime();
     enterStage(2);
 }
@@ -156,8 +160,8 @@ void Test1::sequence2()
     m_ui.lbl_noise->show();
     hideFigures();
     hideTriangles();
-    paintNow();
-    startTimer(Mask, m_time03);
+    paintNow(m_timers[Exposure]);
+    startInterval(m_timers[Mask], m_time03);
     enterStage(3);
 }
 
@@ -166,7 +170,8 @@ void Test1::sequence3()
     m_ui.lbl_noise->hide();
     if (m_phase != 0)
         showMode(Training);
-    startTimer(Blank, m_time04);
+    paintNow(m_timers[Mask]);
+    startInterval(m_timers[Blank], m_time04);
     enterStage(4);
 }
 
@@ -176,10 +181,11 @@ void Test1::sequence4()
     showPositionButtons(hasTriangles());
     setCursor(Qt::ArrowCursor);
     pointAt(centre()); // every answer starts from the same place
+    paintNow(m_timers[Blank]);
     if (m_fixedDuration)
         startTimer(Limit, m_time05);
     enterStage(5);
-    m_rtClock.start();
+    m_rtClock.startAt(shownAt());
 }
 
 void Test1::showFigureButtons(bool shown)

@@ -30,6 +30,7 @@ enum { Foreperiod, Cue, Wait, Limit, Closing };
 
 void Test2::sequence0()
 {
+    m_pictures.clear();
     m_cycleTime = m_cycleClock.restart();
     drawSpentTables();
     m_condition =
@@ -44,8 +45,9 @@ void Test2::sequence0()
     m_ui.lbl_asterisk->hide();
 
     m_firstDelay = randomness::next() % foreperiodSpan + timer01;
-    m_timers[Foreperiod]->start(m_firstDelay);
     m_ui.le_no->setText(QStringLiteral("%1").arg(m_trialNo + 1));
+    paintNow();
+    startInterval(m_timers[Foreperiod], m_firstDelay);
     m_invalid = 0;
     enterStage(1);
 }
@@ -88,20 +90,22 @@ void Test2::sequence1()
         m_cross->hide();
         m_ui.lbl_asterisk->show();
     }
+    paintNow(m_timers[Foreperiod]);
     m_timers[Foreperiod]->stop();
-    m_timers[Cue]->start(timer02);
+    startInterval(m_timers[Cue], timer02);
     enterStage(2);
 }
 
 void Test2::sequence2()
 {
-    m_cueClock.start();
     if (m_condition != Oriented) {
         showFixation(false);
         m_ui.lbl_asterisk->hide();
     }
+    paintNow(m_timers[Cue]);
+    m_cueClock.startAt(shownAt());
     m_timers[Cue]->stop();
-    m_timers[Wait]->start(timer03);
+    startInterval(m_timers[Wait], timer03);
     enterStage(3);
 }
 
@@ -110,9 +114,10 @@ void Test2::sequence3()
     const int d = direction();
     qCDebug(lcTest2, "%c %4d %4d", "abc"[m_condition], int(m_tab8Index[m_condition]), d);
     m_target->move(attentionLayout::targetPlace(d, centre()));
-    m_rtClock.start();
     m_targetShown = true;
     m_target->show();
+    paintNow(m_timers[Wait]);
+    m_rtClock.startAt(shownAt());
     m_timers[Wait]->stop();
     if (m_fixedDuration)
         m_timers[Limit]->start(timer04);
@@ -123,14 +128,14 @@ void Test2::sequence3()
 void Test2::answerTask()
 {
     if (m_targetShown) {
-        m_rt = m_rtClock.elapsed();
+        m_rt = m_rtClock.elapsedAt(inputMoment());
         m_targetShown = false;
         m_target->hide();
         if (m_condition == Oriented)
             showFixation(false);
         m_timers[Limit]->stop();
     } else if (m_timers[Wait]->isActive()) { // an anticipation: the target is never shown
-        m_rt = m_cueClock.elapsed() - timer03;
+        m_rt = m_cueClock.elapsedAt(inputMoment()) - timer03;
         m_timers[Wait]->stop();
         m_invalid = 1;
     } else {
@@ -186,10 +191,12 @@ void Test2::logTestTrial(int direction, int rank)
     if (m_rt > slowest) // too late to count, though its direction is used up
         m_invalid = 1;
 
-    logTrial(rows::trialT2(
-                 rows::identity(),
-                 {m_taskCode, sessionNumber(), m_trialStamp, int(m_condition) + 1, m_trialNo + 1},
-                 {rank, reactionTime, tables::_roseVents.at(std::size_t(direction))}, m_invalid),
+    const rows::TrialHead head{m_taskCode, sessionNumber(), m_trialStamp, int(m_condition) + 1,
+                               m_trialNo + 1};
+    logTrial(head,
+             rows::trialT2(rows::identity(), head,
+                           {rank, reactionTime, tables::_roseVents.at(std::size_t(direction))},
+                           m_invalid),
              m_invalid == 0);
     if (m_invalid == 0) {
         const int condition = playTab3.at(std::min(m_tab3Index, conditions - 1));
@@ -232,6 +239,8 @@ void Test2::taskKey(int key)
 
 void Test2::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        answerTask();
+    if (event->button() != Qt::LeftButton)
+        return;
+    noteInput(*event);
+    answerTask();
 }

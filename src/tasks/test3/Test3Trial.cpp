@@ -24,6 +24,7 @@ constexpr int slowest = 5000; // ms; a later Space is none in the test
 
 void Test3::sequence0()
 {
+    m_pictures.clear();
     m_cycleTime = m_cycleClock.restart();
     qCDebug(lcTest3, "time %6d ", m_cycleTime);
     m_markedError = false;
@@ -38,8 +39,9 @@ void Test3::sequence0()
     m_cross->show();
     m_arrow->hide();
     m_firstDelay = randomness::next() % delaySpan + timer01;
-    m_timers[Wait]->start(m_firstDelay);
     m_ui.le_no->setText(QStringLiteral("%1").arg(m_trialNo + 1));
+    paintNow();
+    startInterval(m_timers[Wait], m_firstDelay);
     m_goodAnswer = false;
     m_invalid = 0;
     enterStage(1);
@@ -89,9 +91,10 @@ void Test3::showPad(bool shown)
 
 void Test3::sequence1()
 {
+    paintNow(m_timers[Wait]); // the field is there; from now on it drifts
     m_timers[Movement]->start(timerMov);
     m_movStep = 0;
-    m_timers[Arrow]->start(timer02);
+    startInterval(m_timers[Arrow], timer02);
     m_trialStamp = TimeSource::current().currentDateTime();
     enterStage(2);
 }
@@ -106,9 +109,10 @@ void Test3::sequence2()
 {
     m_cross->hide();
     showArrow(compass::_tabRot.at(std::size_t(ringPatch())));
+    paintNow(m_timers[Arrow]);
     m_timers[Grace]->start(timer03);
     m_waitSpace = true;
-    m_rtClock.start();
+    m_rtClock.startAt(shownAt());
     enterStage(3);
 }
 
@@ -123,7 +127,7 @@ void Test3::answerSpace()
 {
     if (m_paused || !m_waitSpace)
         return;
-    m_rt = m_rtClock.elapsed();
+    m_rt = m_rtClock.elapsedAt(inputMoment());
     m_waitSpace = false;
     m_timers[Grace]->stop(); // or the limit would begin behind the pad, and strike a right answer
     m_timers[Limit]->stop();
@@ -240,13 +244,14 @@ void Test3::logTestTrial()
         m_invalid = 1;
 
     const auto place = std::size_t(ringPatch());
-    logTrial(
-        rows::trialT3(rows::identity(),
-                      {m_taskCode, sessionNumber(), m_trialStamp, m_condition + 1, m_trialNo + 1},
-                      {reactionTime, tables::_roseVents.at(place),
-                       tables::_dirMovement.at(std::size_t(m_field.ring.at(place)))},
-                      m_invalid),
-        m_invalid == 0);
+    const rows::TrialHead head{m_taskCode, sessionNumber(), m_trialStamp, m_condition + 1,
+                               m_trialNo + 1};
+    logTrial(head,
+             rows::trialT3(rows::identity(), head,
+                           {reactionTime, tables::_roseVents.at(place),
+                            tables::_dirMovement.at(std::size_t(m_field.ring.at(place)))},
+                           m_invalid),
+             m_invalid == 0);
     if (m_invalid == 0) {
         m_table.store(m_trialNo, ringPatch(), m_rt);
         qCDebug(lcTest3, "testNumber %6d %6d %8.3f", m_trialNo, m_rt, double(m_rt));

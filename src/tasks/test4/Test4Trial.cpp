@@ -38,6 +38,7 @@ void Test4::showTrialNo()
 
 void Test4::sequence0()
 {
+    m_pictures.clear();
     m_markedError = false;
     enterStage(0);
     m_cross->show();
@@ -64,7 +65,8 @@ void Test4::continueTrial()
 
 void Test4::sequence01()
 {
-    m_timers[Wait]->start(m_timer01);
+    paintNow();
+    startInterval(m_timers[Wait], m_timer01);
     enterStage(1);
     qCDebug(lcTest4, "sequence 01");
 }
@@ -87,12 +89,12 @@ void Test4::drawLoads()
 
 void Test4::sequence1()
 {
+    const bool isFirst = m_crossIndex == 0;
+    const TaskTimer *ended = isFirst ? m_timers[Wait] : m_timers[Gap];
     m_timers[Wait]->stop(); // it may run beside a run that goes on after an answer out of turn
     drawLoads();
-    const bool isFirst = m_crossIndex == 0;
     if (isFirst) {
         m_sectorTab = m_random->generateRand12_3();
-        m_trialStamp = TimeSource::current().currentDateTime();
     }
     Target &target = isFirst ? m_first : m_last;
     const std::size_t index = memoryField::sectorIndex(m_crossIndex);
@@ -103,8 +105,10 @@ void Test4::sequence1()
     const memoryField::Place place = memoryField::drawn(target.sector);
     target.place = place.around(centre());
     showAt(target.cross, target.place);
-    paintNow();
-    m_timers[Cross]->start(m_timer02);
+    paintNow(ended);
+    startInterval(m_timers[Cross], m_timer02);
+    if (isFirst)
+        m_trialStamp = TimeSource::current().currentDateTime();
     enterStage(2);
     qCDebug(lcTest4, "target%d %8.0f %6d %6d %6d %6d %6d", isFirst ? 1 : 2, double(place.angle),
             target.sector, target.place.x(), target.place.y(), int(index), m_sectorTab[index]);
@@ -121,8 +125,8 @@ void Test4::sequence2()
 {
     m_first.cross->hide();
     m_last.cross->hide();
-    paintNow();
-    m_timers[Gap]->start(m_timer03);
+    paintNow(m_timers[Cross]);
+    startInterval(m_timers[Gap], m_timer03);
     enterStage(3);
     qCDebug(lcTest4, "sequence 2");
 }
@@ -134,6 +138,7 @@ void Test4::sequence3()
         m_crossIndex = 0;
         setCursor(Qt::ArrowCursor);
         pointAt(centre());
+        paintNow(m_timers[Gap]);
         m_acceptClick = true;
         m_askLast = true;
         enterStage(questionStage);
@@ -222,7 +227,7 @@ void Test4::logTestTrial()
         trial.distLast = rows::localNumber(m_last.distance, distanceWidth, 2);
     }
     const rows::TrialHead head{m_taskCode, sessionNumber(), m_trialStamp, load(), m_trialNo + 1};
-    logTrial(rows::trialT4(rows::identity(), head, trial, m_invalid), !m_invalid);
+    logTrial(head, rows::trialT4(rows::identity(), head, trial, m_invalid), !m_invalid);
     if (m_invalid)
         return;
     qCDebug(lcTest4, "result %6d %6d", load(), m_table.count(load()));
