@@ -1,14 +1,13 @@
 #!/bin/bash
 # Measures the program on this machine; nothing here passes or fails.
 #
-#   ./bench.sh [pieces|start|rehearsal|chain|exposures|drift|crosses|observers|all]
+#   ./bench.sh [pieces|start|rehearsal|exposures|drift|crosses|observers|all]
+#   ./bench.sh timing [idle|one-core|both-cores|disk] [--short]
 #
 #   pieces      the statistics, a draw, a row, the paint of each stimulus, the patient list
 #   start       from the start to the main window, and the memory that it then takes
 #   rehearsal   one rehearsed attention test of 96 valid trials, wall time and instructions, and one
 #               visual recognition and one memory test, wall time
-#   chain       one attention test in real time on a virtual screen: how late its intervals are,
-#               beside a process that only waits, and what a link of the chain costs
 #   exposures   every exposure of the visual recognition task in real time on a virtual screen, from
 #               paint to paint, beside a process that only waits (six minutes)
 #   drift       a minute of the movement detection task's field, on a screen of 1280 by 1024 and on
@@ -17,18 +16,23 @@
 #               beside a process that only waits (four minutes)
 #   observers   the staircase of the visual perception task against simulated observers: a table and
 #               its picture in build/observers
-#   all         all eight (the default)
+#   all         all seven (the default)
+#   timing      whole tests in real time on a virtual screen, stamped from outside by a witness that
+#               also gives the answers, beside a process that only waits; renews docs/timing.md. Ten
+#               minutes a condition, all four of them if none is named; --short shows in a minute
+#               whether all works
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 what=${1:-all}
 case $what in
-pieces | start | rehearsal | chain | exposures | drift | crosses | observers | all) ;;
+pieces | start | rehearsal | exposures | drift | crosses | observers | all) ;;
+timing) shift ;;
 -h | --help)
-    sed -n '2,20s/^# \{0,1\}//p' "$0"
+    sed -n '2,23s/^# \{0,1\}//p' "$0"
     exit 0
     ;;
-*) die "unknown part $what (pieces, start, rehearsal, chain, exposures, drift, crosses, observers, all)" ;;
+*) die "unknown part $what (pieces, start, rehearsal, exposures, drift, crosses, observers, timing, all)" ;;
 esac
 
 build=$project_dir/build/bench
@@ -153,12 +157,6 @@ beside_bare_timer()
             v[int(NR * .99)], v[NR] }'
 }
 
-measure_chain()
-{
-    say "an attention test of 60 trials in real time (two minutes), beside a process that only waits"
-    beside_bare_timer 1000 "$build/tools/bench/kelmoran-chain" 60
-}
-
 measure_exposures()
 {
     say "exposures of the visual recognition task in real time, beside a process that only waits"
@@ -192,20 +190,28 @@ measure_observers()
     printf 'the table and its picture: %s\n' "$out"
 }
 
+measure_timing()
+{
+    /usr/bin/python3 -B "$project_dir/tools/timing/timing.py" --build "$build" "$@"
+}
+
 install_packages "${packages_build[@]}" "${packages_run[@]}" "${packages_screen[@]}" \
-    "${packages_bench[@]}"
+    "${packages_witness[@]}" "${packages_bench[@]}"
 say "building"
 mkdir -p "$build"
 build_project "$build" "$build/build.log" -DCMAKE_BUILD_TYPE=Release -DKELMORAN_BENCH=ON \
     -DBUILD_TESTING=OFF -- \
-    kelmoran kelmoran-rehearse kelmoran-observers \
-    kelmoran-bench kelmoran-chain kelmoran-exposures kelmoran-drift kelmoran-crosses kelmoran-bare-timer \
+    kelmoran kelmoran-rehearse kelmoran-observers kelmoran-witness kelmoran_words \
+    kelmoran-bench kelmoran-exposures kelmoran-drift kelmoran-crosses kelmoran-bare-timer \
     || die "the build failed, see $build/build.log"
 
+if [ "$what" = timing ]; then
+    measure_timing "$@"
+    exit
+fi
 ! wanted pieces || measure_pieces
 ! wanted start || measure_start
 ! wanted rehearsal || measure_rehearsal
-! wanted chain || measure_chain
 ! wanted exposures || measure_exposures
 ! wanted drift || measure_drift
 ! wanted crosses || measure_crosses
