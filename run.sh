@@ -64,7 +64,7 @@ build_project "$build" "$build/build.log" -DCMAKE_BUILD_TYPE=Release -DBUILD_TES
     || die "the build failed, see $build/build.log"
 
 if has_display; then
-    root=${root:-${XDG_DATA_HOME:-$HOME/.local/share}/kelmoran}
+    root=${root:-$(home_root)}
 else
     root=${root:-${XDG_STATE_HOME:-$HOME/.local/state}/kelmoran/demo-$(date +%Y%m%d-%H%M%S)}
 fi

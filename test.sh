@@ -141,7 +141,9 @@ check_tidy()
         nice -n 19 clang-tidy -p "$build" --quiet
 }
 
-install_packages "${packages_build[@]}" "${packages_run[@]}" "${packages_screen[@]}" "${packages_test[@]}"
+install_packages "${packages_build[@]}" "${packages_package[@]}" "${packages_run[@]}" \
+    "${packages_screen[@]}" \
+    "${packages_witness[@]}" "${packages_test[@]}"
 mkdir -p "$logs" || die "can't make $logs"
 trap finish EXIT
 cd "$project_dir"

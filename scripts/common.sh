@@ -5,22 +5,11 @@ project_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 command_name=$(basename "$0")
 # shellcheck source=scripts/packages.sh
 source "$project_dir/scripts/packages.sh"
+# shellcheck source=scripts/data-root.sh
+source "$project_dir/scripts/data-root.sh"
 
 : "${HOME:=$(getent passwd "$(id -u)" | cut -d: -f6)}"
 export HOME
-
-# The languages of the program, in the order of its numbers.
-# shellcheck disable=SC2034
-all_languages=(en fr de it es nl)
-
-is_language()
-{
-    local language
-    for language in "${all_languages[@]}"; do
-        [ "$language" != "$1" ] || return 0
-    done
-    return 1
-}
 
 # Brings a catalogue up to the texts of the sources: LANGUAGE FILE. New ones stand there unfinished.
 renew_catalogue()
