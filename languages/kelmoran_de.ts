@@ -308,6 +308,14 @@ Länge der Linie in mm eingeben:</translation>
         <source>Publications</source>
         <translation>Publikationen</translation>
     </message>
+    <message>
+        <source>Choose the patient here. A new one is registered in the menu &quot;Users&quot;.</source>
+        <translation>Wählen Sie hier die Testperson. Eine neue wird im Menü „Personen“ angelegt.</translation>
+    </message>
+    <message>
+        <source>The latest session of this test. It counts only once the test has been completed.</source>
+        <translation>Die letzte Sitzung dieses Tests. Sie zählt erst, wenn der Test zu Ende geführt ist.</translation>
+    </message>
 </context>
 <context>
     <name>NewPatientClass</name>
@@ -394,6 +402,14 @@ Länge der Linie in mm eingeben:</translation>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>How many pictures a second the screen shows. The exposures of the visual recognition task follow from it.</source>
+        <translation>So viele Bilder zeigt der Bildschirm in der Sekunde. Danach richten sich die Darbietungszeiten der visuellen Erkennung.</translation>
+    </message>
+    <message>
+        <source>Measures the pixels anew, with a ruler. Needed after a change of screen, resolution or scaling.</source>
+        <translation>Misst die Pixel mit einem Lineal neu. Nötig, wenn sich Bildschirm, Auflösung oder Skalierung geändert haben.</translation>
+    </message>
 </context>
 <context>
     <name>ReportPage</name>
@@ -432,6 +448,17 @@ Länge der Linie in mm eingeben:</translation>
     <message>
         <source>Result</source>
         <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>Print Document</source>
+        <translation>Dokument drucken</translation>
+    </message>
+</context>
+<context>
+    <name>TaskDialog</name>
+    <message>
+        <source>At worst a picture came %L1 ms late. Which trials: Results/timing.csv</source>
+        <translation>Im schlimmsten Fall kam ein Bild %L1 ms zu spät. Welche Durchgänge: Results/timing.csv</translation>
     </message>
 </context>
 <context>

@@ -308,6 +308,14 @@ Enter the value of the line in mm :</translation>
         <source>Publications</source>
         <translation>Publications</translation>
     </message>
+    <message>
+        <source>Choose the patient here. A new one is registered in the menu &quot;Users&quot;.</source>
+        <translation>Choose the patient here. A new one is registered in the menu &quot;Users&quot;.</translation>
+    </message>
+    <message>
+        <source>The latest session of this test. It counts only once the test has been completed.</source>
+        <translation>The latest session of this test. It counts only once the test has been completed.</translation>
+    </message>
 </context>
 <context>
     <name>NewPatientClass</name>
@@ -394,6 +402,14 @@ Enter the value of the line in mm :</translation>
         <source>Cancel</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>How many pictures a second the screen shows. The exposures of the visual recognition task follow from it.</source>
+        <translation>How many pictures a second the screen shows. The exposures of the visual recognition task follow from it.</translation>
+    </message>
+    <message>
+        <source>Measures the pixels anew, with a ruler. Needed after a change of screen, resolution or scaling.</source>
+        <translation>Measures the pixels anew, with a ruler. Needed after a change of screen, resolution or scaling.</translation>
+    </message>
 </context>
 <context>
     <name>ReportPage</name>
@@ -432,6 +448,17 @@ Enter the value of the line in mm :</translation>
     <message>
         <source>Result</source>
         <translation>Result</translation>
+    </message>
+    <message>
+        <source>Print Document</source>
+        <translation>Print Document</translation>
+    </message>
+</context>
+<context>
+    <name>TaskDialog</name>
+    <message>
+        <source>At worst a picture came %L1 ms late. Which trials: Results/timing.csv</source>
+        <translation>At worst a picture came %L1 ms late. Which trials: Results/timing.csv</translation>
     </message>
 </context>
 <context>

@@ -308,6 +308,14 @@ Longitud de la línea en mm:</translation>
         <source>Publications</source>
         <translation>Publicaciones</translation>
     </message>
+    <message>
+        <source>Choose the patient here. A new one is registered in the menu &quot;Users&quot;.</source>
+        <translation>Elija aquí al paciente. Los pacientes nuevos se registran en el menú «Usuarios».</translation>
+    </message>
+    <message>
+        <source>The latest session of this test. It counts only once the test has been completed.</source>
+        <translation>La última sesión de esta prueba. Solo cuenta si la prueba se ha completado.</translation>
+    </message>
 </context>
 <context>
     <name>NewPatientClass</name>
@@ -394,6 +402,14 @@ Longitud de la línea en mm:</translation>
         <source>Cancel</source>
         <translation>Cancelar</translation>
     </message>
+    <message>
+        <source>How many pictures a second the screen shows. The exposures of the visual recognition task follow from it.</source>
+        <translation>Imágenes por segundo que muestra la pantalla. De ellas dependen los tiempos de exposición de la tarea de reconocimiento visual.</translation>
+    </message>
+    <message>
+        <source>Measures the pixels anew, with a ruler. Needed after a change of screen, resolution or scaling.</source>
+        <translation>Vuelve a medir los píxeles con una regla. Hay que hacerlo si cambian la pantalla, la resolución o la escala.</translation>
+    </message>
 </context>
 <context>
     <name>ReportPage</name>
@@ -432,6 +448,17 @@ Longitud de la línea en mm:</translation>
     <message>
         <source>Result</source>
         <translation>Resultado</translation>
+    </message>
+    <message>
+        <source>Print Document</source>
+        <translation>Imprimir documento</translation>
+    </message>
+</context>
+<context>
+    <name>TaskDialog</name>
+    <message>
+        <source>At worst a picture came %L1 ms late. Which trials: Results/timing.csv</source>
+        <translation>En el peor de los casos, una imagen llegó %L1 ms tarde. Ensayos afectados: Results/timing.csv</translation>
     </message>
 </context>
 <context>

@@ -308,6 +308,14 @@ Longueur de la ligne en mm&#xa0;:</translation>
         <source>Publications</source>
         <translation>Publications</translation>
     </message>
+    <message>
+        <source>Choose the patient here. A new one is registered in the menu &quot;Users&quot;.</source>
+        <translation>Choisissez ici le patient. Un nouveau patient s’enregistre dans le menu « Utilisateurs ».</translation>
+    </message>
+    <message>
+        <source>The latest session of this test. It counts only once the test has been completed.</source>
+        <translation>Dernière séance de ce test. Elle ne compte que si le test a été mené à son terme.</translation>
+    </message>
 </context>
 <context>
     <name>NewPatientClass</name>
@@ -394,6 +402,14 @@ Longueur de la ligne en mm&#xa0;:</translation>
         <source>Cancel</source>
         <translation>Annuler</translation>
     </message>
+    <message>
+        <source>How many pictures a second the screen shows. The exposures of the visual recognition task follow from it.</source>
+        <translation>Nombre d’images que l’écran affiche par seconde. Les temps d’exposition de la tâche de reconnaissance visuelle en dépendent.</translation>
+    </message>
+    <message>
+        <source>Measures the pixels anew, with a ruler. Needed after a change of screen, resolution or scaling.</source>
+        <translation>Mesure de nouveau les pixels à l’aide d’une règle. À faire après tout changement d’écran, de résolution ou d’échelle d’affichage.</translation>
+    </message>
 </context>
 <context>
     <name>ReportPage</name>
@@ -432,6 +448,17 @@ Longueur de la ligne en mm&#xa0;:</translation>
     <message>
         <source>Result</source>
         <translation>Résultat</translation>
+    </message>
+    <message>
+        <source>Print Document</source>
+        <translation>Imprimer le document</translation>
+    </message>
+</context>
+<context>
+    <name>TaskDialog</name>
+    <message>
+        <source>At worst a picture came %L1 ms late. Which trials: Results/timing.csv</source>
+        <translation>Au pire, une image est arrivée avec %L1 ms de retard. Essais concernés : Results/timing.csv</translation>
     </message>
 </context>
 <context>

@@ -308,6 +308,14 @@ Lunghezza della linea in mm:</translation>
         <source>Publications</source>
         <translation>Pubblicazioni</translation>
     </message>
+    <message>
+        <source>Choose the patient here. A new one is registered in the menu &quot;Users&quot;.</source>
+        <translation>Scelga qui il paziente. Un nuovo paziente si registra nel menu «Utenti».</translation>
+    </message>
+    <message>
+        <source>The latest session of this test. It counts only once the test has been completed.</source>
+        <translation>L’ultima seduta di questo test. Conta solo se il test è stato portato a termine.</translation>
+    </message>
 </context>
 <context>
     <name>NewPatientClass</name>
@@ -394,6 +402,14 @@ Lunghezza della linea in mm:</translation>
         <source>Cancel</source>
         <translation>Annulla</translation>
     </message>
+    <message>
+        <source>How many pictures a second the screen shows. The exposures of the visual recognition task follow from it.</source>
+        <translation>Quante immagini lo schermo mostra al secondo. Ne dipendono i tempi di esposizione del riconoscimento visivo.</translation>
+    </message>
+    <message>
+        <source>Measures the pixels anew, with a ruler. Needed after a change of screen, resolution or scaling.</source>
+        <translation>Misura di nuovo i pixel con un righello. Va fatto quando cambiano lo schermo, la risoluzione o la scala.</translation>
+    </message>
 </context>
 <context>
     <name>ReportPage</name>
@@ -432,6 +448,17 @@ Lunghezza della linea in mm:</translation>
     <message>
         <source>Result</source>
         <translation>Risultato</translation>
+    </message>
+    <message>
+        <source>Print Document</source>
+        <translation>Stampa documento</translation>
+    </message>
+</context>
+<context>
+    <name>TaskDialog</name>
+    <message>
+        <source>At worst a picture came %L1 ms late. Which trials: Results/timing.csv</source>
+        <translation>Nel caso peggiore un’immagine è arrivata con %L1 ms di ritardo. Prove interessate: Results/timing.csv</translation>
     </message>
 </context>
 <context>

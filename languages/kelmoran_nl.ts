@@ -308,6 +308,14 @@ Voer de lengte van de lijn in mm in:</translation>
         <source>Publications</source>
         <translation>Publicaties</translation>
     </message>
+    <message>
+        <source>Choose the patient here. A new one is registered in the menu &quot;Users&quot;.</source>
+        <translation>Kies hier de patiënt. Een nieuwe patiënt registreert u in het menu ‘Personen’.</translation>
+    </message>
+    <message>
+        <source>The latest session of this test. It counts only once the test has been completed.</source>
+        <translation>De laatste sessie van deze test. Ze telt pas als de test is afgerond.</translation>
+    </message>
 </context>
 <context>
     <name>NewPatientClass</name>
@@ -394,6 +402,14 @@ Voer de lengte van de lijn in mm in:</translation>
         <source>Cancel</source>
         <translation>Annuleren</translation>
     </message>
+    <message>
+        <source>How many pictures a second the screen shows. The exposures of the visual recognition task follow from it.</source>
+        <translation>Hoeveel beelden het scherm per seconde toont. De aanbiedingstijden van de visuele herkenningstaak hangen ervan af.</translation>
+    </message>
+    <message>
+        <source>Measures the pixels anew, with a ruler. Needed after a change of screen, resolution or scaling.</source>
+        <translation>Meet de pixels opnieuw met een liniaal. Nodig na een wijziging van scherm, resolutie of schaal.</translation>
+    </message>
 </context>
 <context>
     <name>ReportPage</name>
@@ -432,6 +448,17 @@ Voer de lengte van de lijn in mm in:</translation>
     <message>
         <source>Result</source>
         <translation>Resultaat</translation>
+    </message>
+    <message>
+        <source>Print Document</source>
+        <translation>Document afdrukken</translation>
+    </message>
+</context>
+<context>
+    <name>TaskDialog</name>
+    <message>
+        <source>At worst a picture came %L1 ms late. Which trials: Results/timing.csv</source>
+        <translation>In het ergste geval kwam een beeld %L1 ms te laat. Welke trials: Results/timing.csv</translation>
     </message>
 </context>
 <context>

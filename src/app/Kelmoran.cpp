@@ -22,6 +22,7 @@
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
+#include <QMenu>
 
 Q_LOGGING_CATEGORY(lcKelmoran, "kelmoran.app", QtCriticalMsg)
 
@@ -51,6 +52,7 @@ Kelmoran::Kelmoran(QWidget *parent, Qt::WindowFlags flags)
 
     connectActions();
     connectControls();
+    nameControls();
 
     dataFolders::create();
     sessionStore().siteCode = dataFolders::readSiteCode();
@@ -104,6 +106,24 @@ void Kelmoran::connectControls()
     connect(qGuiApp, &QGuiApplication::lastWindowClosed, m_timerCal, &TaskTimer::stop);
 }
 
+/// Ctrl and a digit for each test button, and a name for its session field, which has no label of
+/// its own, for those who have the screen read to them.
+void Kelmoran::nameControls()
+{
+    const QList<std::pair<QPushButton *, QLineEdit *>> tests{
+        {m_ui.pb_test1, m_ui.le_session1}, {m_ui.pb_test2, m_ui.le_session2},
+        {m_ui.pb_test3, m_ui.le_session3}, {m_ui.pb_test4, m_ui.le_session4},
+        {m_ui.pb_test5, m_ui.le_session5}, {m_ui.pb_test6, m_ui.le_session6},
+        {m_ui.pb_test7, m_ui.le_session7}};
+    int digit = Qt::Key_1;
+    for (const auto &[button, session] : tests) {
+        const QKeySequence keys(QKeyCombination(Qt::ControlModifier, Qt::Key(digit++)));
+        button->setShortcut(keys);
+        button->setToolTip(keys.toString(QKeySequence::NativeText));
+        session->setAccessibleName(button->text() + u' ' + m_ui.lbl_session->text());
+    }
+}
+
 void Kelmoran::raiseAllFonts()
 {
     constexpr int controls = 3; // points
@@ -130,6 +150,8 @@ void Kelmoran::raiseAllFonts()
     font.setPointSize(QFontInfo(font).pointSize() + menus);
     for (QAction *entry : entries)
         entry->setFont(font);
+    for (QMenu *menu : {m_ui.menuFile, m_ui.menuUsers, m_ui.menuArchive, m_ui.menuHelp})
+        menu->setFont(font); // that of the keys beside the entries
 }
 
 void Kelmoran::to_timerCal()

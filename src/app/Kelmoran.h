@@ -82,6 +82,7 @@ private:
     void connectActions();
     void connectControls();
     void fillPatients();
+    void nameControls();
     void raiseAllFonts();
 
     // The tests.

@@ -15,6 +15,8 @@ private Q_SLOTS:
 
     void theMenuOpensTheDocument_data();
     void theMenuOpensTheDocument();
+    void aDocumentThatCannotBeReadIsTold_data();
+    void aDocumentThatCannotBeReadIsTold();
     void theBookIsOpenedInTheLanguageOfTheRun();
     void aBookThatIsMissingIsOpenedInEnglish();
     void aBookThatIsNowhereIsTold();
@@ -23,6 +25,8 @@ private Q_SLOTS:
     void aReportThatCannotBeOpenedIsTold();
     void earlierReportsAreThereOnceAPatientIsChosen();
     void aFileThatIsNotThereIsOpenedByNoViewer();
+    void aComputerWithoutAViewerTellsThatTheBookCannotBeShown();
+    void aComputerWithoutAViewerTellsThatAReportCannotBeShown();
 
 private:
     void trigger(const char *action) const
@@ -87,6 +91,27 @@ void tst_KelmoranDocuments::theMenuOpensTheDocument()
     trigger(action.constData());
     QVERIFY(viewer.isVisible());
     QCOMPARE(viewer.text(), QStringLiteral("what it says"));
+}
+
+void tst_KelmoranDocuments::aDocumentThatCannotBeReadIsTold_data()
+{
+    theMenuOpensTheDocument_data();
+}
+
+void tst_KelmoranDocuments::aDocumentThatCannotBeReadIsTold()
+{
+    QFETCH(QByteArray, action);
+    QFETCH(QString, file);
+    m_desk->root.block(QStringLiteral("Languages/En/") + file);
+    m_desk->openWith(Desk::patient("Berg"));
+    WebViewer &viewer = m_desk->window()->webViewer();
+    trigger(action.constData());
+    const auto boxes = m_desk->boxes.take();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes.at(0).kind, messages::Kind::Information);
+    QCOMPARE(boxes.at(0).title, QStringLiteral("Unable to open file"));
+    QVERIFY(viewer.isVisible());
+    QVERIFY(viewer.text().isEmpty());
 }
 
 void tst_KelmoranDocuments::theBookIsOpenedInTheLanguageOfTheRun()
@@ -173,6 +198,36 @@ void tst_KelmoranDocuments::aFileThatIsNotThereIsOpenedByNoViewer()
     QVERIFY(!desktop::open(QUrl()));
     QVERIFY(!desktop::open(QUrl::fromLocalFile(QStringLiteral("/no/such/book.pdf"))));
     QVERIFY(!desktop::open(QUrl::fromLocalFile(m_desk->root.path(QString())))); // a folder
+}
+
+// The platform that the tests run on has no viewer for any file.
+
+void tst_KelmoranDocuments::aComputerWithoutAViewerTellsThatTheBookCannotBeShown()
+{
+    m_desk->root.write(QStringLiteral("Languages/En/Kelmoran_Instruction-book_en.pdf"), "%PDF-1.4");
+    m_desk->openWith(Desk::patient("Berg"));
+    m_desktop.reset();
+    trigger("actionInstruction_book");
+    const auto boxes = m_desk->boxes.take();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes.at(0).kind, messages::Kind::Critical);
+    QCOMPARE(boxes.at(0).text, QStringLiteral("Unable to find Kelmoran_Instruction-book.pdf"));
+}
+
+void tst_KelmoranDocuments::aComputerWithoutAViewerTellsThatAReportCannotBeShown()
+{
+    const QString report = QStringLiteral("Archives/one/Output_T2_S01_one.pdf");
+    m_desk->root.write(report, "%PDF-1.4");
+    m_desk->openWith(Desk::patient("Berg"));
+    m_desk->choose(0);
+    m_desktop.reset();
+    const desktop::Handling picked(
+        {}, [&](const desktop::Question &) { return m_desk->root.path(report); });
+    trigger("actionPrevious_reports");
+    const auto boxes = m_desk->boxes.take();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes.at(0).kind, messages::Kind::Critical);
+    QCOMPARE(boxes.at(0).text, QStringLiteral("Unable to open the file..."));
 }
 
 QTEST_MAIN(tst_KelmoranDocuments)

@@ -1,22 +1,10 @@
-#include "Assessor.h"
-#include "Calibration.h"
-#include "DataRoot.h"
-#include "Kelmoran.h"
-#include "NewPatient.h"
-#include "Preferences.h"
-#include "Result.h"
-#include "Test1.h"
-#include "Test2.h"
-#include "Test3.h"
-#include "Test4.h"
-
-#include <QAbstractButton>
 #include <QFile>
-#include <QLabel>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTranslator>
 #include <QXmlStreamReader>
+
+#include <array>
 
 /// The catalogues of the six languages, as they are installed.
 class tst_catalogues : public QObject
@@ -33,8 +21,6 @@ private Q_SLOTS:
     void everyTemplateHasThePlaceholdersOfTheEnglishOne();
     void everyDocumentIsThere_data();
     void everyDocumentIsThere();
-    void everyTextFitsItsWidget_data();
-    void everyTextFitsItsWidget();
 };
 
 namespace {
@@ -108,49 +94,6 @@ QStringList values(const QString &html)
         found.append(matches.next().captured());
     found.sort();
     return found;
-}
-
-/// The widest line of a text as a widget draws it, in pixels.
-int widthOf(const QWidget &widget, QString text)
-{
-    text.remove(u'&');
-    int widest = 0;
-    const QFontMetrics metrics(widget.font());
-    const QStringList lines = text.split(u'\n');
-    for (const QString &line : lines)
-        widest = std::max(widest, metrics.horizontalAdvance(line));
-    return widest;
-}
-
-/// What a widget has for its text: beside a check box's box, and between a button's edges.
-int roomOf(const QWidget &widget)
-{
-    constexpr int boxAndGap = 24;
-    constexpr int edges = 4;
-    if (widget.inherits("QCheckBox") || widget.inherits("QRadioButton"))
-        return widget.width() - boxAndGap;
-    return widget.inherits("QLabel") ? widget.width() : widget.width() - edges;
-}
-
-QStringList cutTexts(const QWidget &window)
-{
-    QStringList cut;
-    const auto look = [&cut](const QWidget *widget, const QString &text, bool wraps) {
-        if (text.isEmpty() || wraps || widthOf(*widget, text) <= roomOf(*widget))
-            return;
-        cut.append(QStringLiteral("%1 \"%2\" %3 > %4")
-                       .arg(widget->objectName(), text)
-                       .arg(widthOf(*widget, text))
-                       .arg(roomOf(*widget)));
-    };
-    const auto labels = window.findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QLabel *label : labels)
-        look(label, label->text(), label->wordWrap());
-    const auto buttons =
-        window.findChildren<QAbstractButton *>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QAbstractButton *button : buttons)
-        look(button, button->text(), false);
-    return cut;
 }
 
 } // namespace
@@ -243,48 +186,5 @@ void tst_catalogues::everyDocumentIsThere()
     QVERIFY(book.readAll().startsWith("%PDF"));
 }
 
-void tst_catalogues::everyTextFitsItsWidget_data()
-{
-    addLanguages();
-}
-
-void tst_catalogues::everyTextFitsItsWidget()
-{
-    QFETCH(QString, language);
-    const DataRoot root;
-    QTranslator translator;
-    QVERIFY(translator.load(QStringLiteral(CATALOGUES "/kelmoran_%1.qm").arg(language)));
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-
-    QStringList cut;
-    const auto look = [&cut](QWidget &window) {
-        window.show();
-        cut += cutTexts(window);
-    };
-    {
-        Kelmoran window;
-        look(window);
-        cut += cutTexts(*window.centralWidget());
-    }
-    QWidget desk;
-    Assessor assessor(&desk);
-    look(assessor);
-    Calibration calibration(&desk);
-    look(calibration);
-    NewPatient patient(&desk);
-    look(patient);
-    Preferences preferences(&desk);
-    look(preferences);
-    Test1 test1(&desk);
-    look(test1);
-    Test2 test2(&desk);
-    look(test2);
-    Test3 test3(&desk);
-    look(test3);
-    Test4 test4(&desk);
-    look(test4);
-    QVERIFY2(cut.isEmpty(), qPrintable(cut.join(u'\n')));
-}
-
-QTEST_MAIN(tst_catalogues)
+QTEST_GUILESS_MAIN(tst_catalogues)
 #include "tst_catalogues.moc"

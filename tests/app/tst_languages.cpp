@@ -16,6 +16,8 @@ private Q_SLOTS:
     void theLowestNumberThatHasACatalogueWins_data();
     void theLowestNumberThatHasACatalogueWins();
     void aCatalogueThatDoesNotLoadCountsAndEmptiesTheTranslator();
+    void whatIsNoCatalogueCountsAndSaysNothing_data();
+    void whatIsNoCatalogueCountsAndSaysNothing();
     void aBrokenCatalogueOfAHigherNumberDoesNoHarm();
     void theTextsOfTheToolkitComeWhereTheToolkitBringsThem();
     void aLanguageThatDoesNotExistHasNoTextsOfTheToolkit();
@@ -103,6 +105,46 @@ void tst_languages::aCatalogueThatDoesNotLoadCountsAndEmptiesTheTranslator()
     QCOMPARE(selectLanguage(translator), 1);
     QCOMPARE(sessionStore().language, 1);
     QVERIFY(translator.isEmpty());
+}
+
+void tst_languages::whatIsNoCatalogueCountsAndSaysNothing_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<QByteArray>("bytes"); // nothing, for a folder in its place
+
+    const QStringList places{
+        QStringLiteral("En/kelmoran_en.qm"), QStringLiteral("Fr/kelmoran_fr.qm"),
+        QStringLiteral("Dekelmoran_de.qm"),  QStringLiteral("Itkelmoran_it.qm"),
+        QStringLiteral("Eskelmoran_es.qm"),  QStringLiteral("Nlkelmoran_nl.qm")};
+    for (int number = 0; number < places.size(); ++number) {
+        const QString &place = places.at(number);
+        const QByteArray name = place.toLatin1();
+        QTest::addRow("%s, empty", name.constData()) << number << place << QByteArray("");
+        QTest::addRow("%s, cut short", name.constData())
+            << number << place << catalogue(QStringLiteral("de")).left(20);
+        QTest::addRow("%s, a folder", name.constData()) << number << place << QByteArray();
+    }
+}
+
+/// The file is what decides; what isn't in it is said in English, as the sources have it.
+void tst_languages::whatIsNoCatalogueCountsAndSaysNothing()
+{
+    QFETCH(int, number);
+    QFETCH(QString, place);
+    QFETCH(QByteArray, bytes);
+    const DataRoot root;
+    place.prepend(QStringLiteral("Languages/"));
+    if (bytes.isNull())
+        root.block(place);
+    else
+        root.write(place, bytes);
+
+    QTranslator translator;
+    QCOMPARE(selectLanguage(translator), number);
+    QCOMPARE(sessionStore().language, number);
+    QVERIFY(translator.isEmpty());
+    QCOMPARE(errorText(translator), QString());
 }
 
 void tst_languages::aBrokenCatalogueOfAHigherNumberDoesNoHarm()
