@@ -34,6 +34,7 @@ def patient_line(sessions: tuple[int, ...] = (0, 4, 0, 0, 0, 0, 0),
 
 
 PATIENT_LINE = patient_line()
+ASSESSOR = b"Dr.;Weber;Klara;Augenklinik;Bahnhofstr. 12;3011;Bern;Schweiz\n"
 IDENTITY = [b"", b"Mrs.", b"Tester", b"Paula", b"14/03/1952"]
 HEADER = (b"code;gender;l_name;f_name;dob;task;session;date;time;subtask;rank_task;rank_sub;t1_time;"
           b"t1c_figure;t1c_answer;t1p_position;t1p_answer;t1_tanswer;t1_answer;t1_implement;t2_rt;"

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Makes the pictures in `references` anew, from the instructions of the dual subtask, of the
-movement detection task and of the working memory task.
+movement detection task and of the working memory task, and from two windows in German.
 
     KELMORAN_BUILD=build/test python3 tests/system/make_references.py
 
@@ -17,13 +17,15 @@ import subprocess
 import sys
 import tempfile
 from pathlib import Path
+from typing import Callable
 
-from desk import KEY, PATIENT_LINE, PROJECT
+from desk import ASSESSOR, KEY, PATIENT_LINE, PROJECT
 from kelmoran_robot import Program, Robot
 from memory_task import MemoryTask
 from movement_task import MovementTask
 from reference_pictures import (REFERENCES, GreyPicture, answers_of, example_of, field_of,
-                                guides_of, mask_of, pad_of, pair_of, path_of, ring_of)
+                                guides_of, mask_of, pad_of, pair_of, path_of, ring_of, window_of)
+from translated_robot import TranslatedRobot
 from virtual_screen import VirtualScreen
 from vision_task import PLACES, Stimulus, VisionTask
 from waiting import wait_for
@@ -94,24 +96,37 @@ def play_memory(robot: Robot) -> None:
             task.switch_guides()
 
 
-def play(root: Path) -> None:
-    layout = PROJECT / "scripts" / "lay-out-root.sh"
-    subprocess.run([str(layout), str(root), os.environ["KELMORAN_BUILD"]], check=True)
-    (root / "Parameters" / "screen.pix").write_bytes(struct.pack(">iii", 270, 270, 0))
-    (root / "Parameters" / "patients_list.txt").write_bytes(PATIENT_LINE)
-    with VirtualScreen() as screen:
+def play_tasks(robot: Robot) -> None:
+    for play in (play_vision, play_movement, play_memory):
+        play(robot)
+        robot.hands.press("Escape")
+        robot.main_window()
+
+
+def show_windows(robot: Robot) -> None:
+    robot.set_option("cb_subTask", True)
+    robot.hands.move(5, 5)
+    robot.wait_still()
+    keep("main-window-de", window_of(robot.main_window(), robot.eyes.whole()))
+    robot.choose_menu("actionAbout_Kelmoran")
+    keep("about-de", window_of(robot.wait_page("WebViewer"), robot.eyes.whole()))
+
+
+def run(language: str, play: Callable[[Robot], None]) -> None:
+    """The program in a language, with a patient chosen."""
+    with tempfile.TemporaryDirectory(prefix="kelmoran-") as folder, VirtualScreen() as screen:
+        root = Path(folder)
+        layout = PROJECT / "scripts" / "lay-out-root.sh"
+        subprocess.run([str(layout), folder, os.environ["KELMORAN_BUILD"], language], check=True)
+        (root / "Parameters" / "screen.pix").write_bytes(struct.pack(">iii", 270, 270, 0))
+        (root / "Parameters" / "patients_list.txt").write_bytes(PATIENT_LINE)
+        (root / "Parameters" / "assessor.txt").write_bytes(ASSESSOR)
         program = Program(screen, root)
         try:
-            robot = Robot(screen, program)
+            robot = TranslatedRobot(screen, program, language)
             robot.wait_ready()
             robot.choose_patient(KEY)
-            play_vision(robot)
-            robot.hands.press("Escape")
-            robot.main_window()
-            play_movement(robot)
-            robot.hands.press("Escape")
-            robot.main_window()
-            play_memory(robot)
+            play(robot)
         finally:
             program.stop()
 
@@ -121,8 +136,8 @@ def main() -> int:
         print("make_references: KELMORAN_BUILD names no build folder", file=sys.stderr)
         return 2
     REFERENCES.mkdir(exist_ok=True)
-    with tempfile.TemporaryDirectory(prefix="kelmoran-") as root:
-        play(Path(root))
+    run("en", play_tasks)
+    run("de", show_windows)
     return 0
 
 

@@ -8,7 +8,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 from desk import PROJECT, Desk  # which also finds the robot
-from eyes import Picture
+from eyes import Picture, Window
 from forms import Place
 from memory_task import MemoryTask
 from movement_task import MovementTask
@@ -81,16 +81,20 @@ def path_of(name: str) -> Path:
     return REFERENCES / f"{name}.png"
 
 
+def reference_of(name: str) -> GreyPicture:
+    return GreyPicture.read(path_of(name).read_bytes())
+
+
 class LookingDesk(Desk):
     """For the tests that compare the screen with the references."""
 
-    def assert_looks_like(self, seen: GreyPicture, name: str) -> None:
+    def assert_looks_like(self, seen: GreyPicture, name: str,
+                          most_different: int = MOST_DIFFERENT) -> None:
         """Compares a part of the screen with its reference, which no test makes."""
-        reference = GreyPicture.read(path_of(name).read_bytes())
-        differing = seen.differing(reference)
-        if differing > MOST_DIFFERENT:
+        differing = seen.differing(reference_of(name))
+        if differing > most_different:
             (self.root / f"{name}.png").write_bytes(seen.png())
-        self.assertLessEqual(differing, MOST_DIFFERENT, f"pixels of {name}.png")
+        self.assertLessEqual(differing, most_different, f"pixels of {name}.png")
 
 
 # What is compared of a screen
@@ -149,6 +153,11 @@ def guides_of(task: MemoryTask, screen: Picture) -> GreyPicture:
     """The two rings and the lines between them, with the crosses that are shown."""
     picture = _cut(screen, task.guides)
     return picture.without(task.told.moved(-task.guides.x, -task.guides.y))
+
+
+def window_of(window: Window, screen: Picture) -> GreyPicture:
+    """All of a window but its frame."""
+    return _cut(screen, Place(window.x, window.y, window.width, window.height))
 
 
 def _cut(screen: Picture, mark: Place) -> GreyPicture:

@@ -1,13 +1,13 @@
 // kelmoran-book SOURCE.html IMAGES BOOK.pdf: makes the instruction book from its source, at build
 // time and without a display. The images that it names lie in the folder IMAGES.
 
+#include "Book.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QImage>
 #include <QPageLayout>
 #include <QPdfWriter>
-#include <QTextDocument>
 
 #include <cstdio>
 
@@ -20,32 +20,6 @@ int fail(const QString &what)
     std::fprintf(stderr, "kelmoran-book: %s\n", qPrintable(what));
     return 1;
 }
-
-/// A document whose images must be there.
-class Book : public QTextDocument
-{
-public:
-    explicit Book(const QString &images)
-        : m_images(images)
-    {
-    }
-
-    QString missing; ///< the last image that wasn't found
-
-protected:
-    QVariant loadResource(int type, const QUrl &name) override
-    {
-        if (type != ImageResource)
-            return {};
-        QImage image(m_images + u'/' + name.toString());
-        if (image.isNull())
-            missing = name.toString();
-        return image;
-    }
-
-private:
-    const QString m_images;
-};
 
 } // namespace
 
@@ -61,7 +35,6 @@ int main(int argc, char *argv[])
     if (!source.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("%1: %2").arg(arguments[1], source.errorString()));
     Book book(arguments[2]);
-    book.setDefaultFont(QFont(QStringLiteral("Liberation Sans"), 10));
     book.setHtml(QString::fromUtf8(source.readAll()));
 
     QPdfWriter pdf(arguments[3]);
@@ -70,9 +43,9 @@ int main(int argc, char *argv[])
     pdf.setCreator(QStringLiteral("Kelmoran"));
     pdf.setPageLayout(
         {QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(), QPageLayout::Millimeter});
-    book.print(&pdf); // within margins of its own, and with the numbers of the pages
-    if (!book.missing.isEmpty())
-        return fail(QStringLiteral("no image %1").arg(book.missing));
+    book.write(pdf);
+    if (!book.missing().isEmpty())
+        return fail(QStringLiteral("no image %1").arg(book.missing()));
     if (QFileInfo(arguments[3]).size() == 0)
         return fail(QStringLiteral("%1 can't be written").arg(arguments[3]));
     return 0;

@@ -22,10 +22,13 @@ MENUS = ("menuFile", "menuUsers", "menuArchive", "menuHelp")
 ENTRIES = {
     "actionAbout_Kelmoran": ("menuFile", 0), "actionPreferences": ("menuFile", 1),
     "actionQuitter": ("menuFile", 2), "actionAdd_patient": ("menuUsers", 0),
-    "actionAssessor": ("menuUsers", 1),
+    "actionAssessor": ("menuUsers", 1), "actionPrevious_reports": ("menuArchive", 0),
+    "actionInstruction_book": ("menuHelp", 0), "actionVideo_instructions": ("menuHelp", 1),
+    "actionPublications": ("menuHelp", 2),
 }
 PARTS = (5, 6, 7)  # the test buttons that "Subtasks" brings
 DARK = 130
+WHITE_OF_PAGE = 0.55  # with a large picture on it; less than that of a main window behind a void
 MENU_BAR_AT_MOST = 40
 STILL_FOR = 0.15
 
@@ -120,6 +123,18 @@ class Robot:
 
     def wait_gone(self, title: str, timeout: float = 10) -> None:
         wait_for(f"the window {title!r} to close", lambda: self.eyes.find(title) is None, timeout)
+
+    def wait_page(self, title: str, timeout: float = 30) -> Window:
+        """Waits for a window with a page, which another process draws: letters on white."""
+        def look() -> Window | None:
+            window = self.wait_window(title, timeout)
+            picture = self.eyes.area(window.x, window.y, window.width, window.height)
+            light = picture.bright_count() / (window.width * window.height)
+            dark = min(picture.data[1::4]) < DARK
+            return window if dark and light > WHITE_OF_PAGE else None
+        wait_for(f"the page in {title!r}", look, timeout)
+        self.wait_still()
+        return self.wait_window(title)
 
     def main_window(self) -> Window:
         return self.wait_window(form("Kelmoran").title)
