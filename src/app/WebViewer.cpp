@@ -7,10 +7,13 @@
 #include "reportText.h"
 
 #include <QFile>
+#include <QLoggingCategory>
 #include <QTextStream>
 #include <QUrl>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
+
+Q_LOGGING_CATEGORY(lcViewer, "kelmoran.viewer", QtCriticalMsg)
 
 namespace {
 
@@ -22,6 +25,7 @@ reportText::Values aboutValues()
 {
     reportText::Values values{{QStringLiteral("v_version"), QStringLiteral("1.1")}};
     if (const auto record = assessorRecord::read()) {
+        qCDebug(lcViewer, "line %s", qPrintable(record->join(u';')));
         values.append(
             {QStringLiteral("v_assessor"), assessorRecord::fullName(*record).toHtmlEscaped()});
         values.append(

@@ -24,18 +24,27 @@ constexpr qint64 wakeUp = 1'500'000; // ns
 constexpr int urgentPriority = 1; // of those in real time, the last
 constexpr int urgentNice = -10;
 
-void setThreadUrgent(pid_t thread, bool urgent)
+bool isUsual(pid_t thread)
+{
+    return (sched_getscheduler(thread) & ~SCHED_RESET_ON_FORK) == SCHED_OTHER &&
+           getpriority(PRIO_PROCESS, id_t(thread)) == 0;
+}
+
+void hurry(pid_t thread)
 {
     sched_param parameters{};
-    if (urgent) {
-        parameters.sched_priority = urgentPriority;
-        // What the process starts in the meantime is none of the trial's business.
-        if (sched_setscheduler(thread, SCHED_RR | SCHED_RESET_ON_FORK, &parameters) != 0)
-            setpriority(PRIO_PROCESS, id_t(thread), urgentNice);
-    } else {
-        sched_setscheduler(thread, SCHED_OTHER, &parameters);
-        setpriority(PRIO_PROCESS, id_t(thread), 0);
-    }
+    parameters.sched_priority = urgentPriority;
+    // What the process starts in the meantime is none of the trial's business.
+    if (sched_setscheduler(thread, SCHED_RR | SCHED_RESET_ON_FORK, &parameters) != 0)
+        setpriority(PRIO_PROCESS, id_t(thread), urgentNice);
+}
+
+void relax(pid_t thread)
+{
+    const sched_param usual{};
+    // Without the flag this would be refused to all but an administrator.
+    sched_setscheduler(thread, SCHED_OTHER | SCHED_RESET_ON_FORK, &usual);
+    setpriority(PRIO_PROCESS, id_t(thread), 0);
 }
 } // namespace
 
@@ -96,12 +105,20 @@ qint64 RealTime::latestMoment(quint64 timestamp, qint64 now)
 
 void RealTime::setUrgent(bool urgent)
 {
-    if (urgent == m_urgent)
+    // A browser's threads have an order of their own, which stays as it is.
+    std::for_each(m_hurried.begin(), m_hurried.end(), relax);
+    m_hurried.clear();
+    if (!urgent)
         return;
-    m_urgent = urgent;
-    const QDir threads(QStringLiteral("/proc/self/task"));
-    for (const QString &thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        setThreadUrgent(thread.toInt(), urgent);
+    const QDir folder(QStringLiteral("/proc/self/task"));
+    const QStringList threads = folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString &name : threads) {
+        const pid_t thread = name.toInt();
+        if (!isUsual(thread))
+            continue;
+        hurry(thread);
+        m_hurried.push_back(thread);
+    }
 }
 
 bool RealTime::open()

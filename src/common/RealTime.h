@@ -3,6 +3,9 @@
 #include "TimeSource.h"
 
 #include <memory>
+#include <vector>
+
+#include <sys/types.h>
 
 class QSocketNotifier;
 
@@ -20,7 +23,8 @@ public:
     qint64 lead() const override;
     void waitUntil(qint64 moment) const override;
     qint64 inputMoment(quint64 timestamp) const override;
-    /// Round-robin scheduling for every thread of the process, or a better nice value, or nothing.
+    /// Round-robin scheduling for every usual thread of the process, or a better nice value, or
+    /// nothing, as far as the system allows it.
     void setUrgent(bool urgent) override;
 
     /// The latest moment, ns, that an event with this stamp can have had when it is handled `now`.
@@ -38,7 +42,7 @@ private:
     bool open();
     void wake();
 
-    bool m_urgent = false;
+    std::vector<pid_t> m_hurried; ///< threads that go before others at present
     int m_descriptor = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

@@ -210,6 +210,12 @@ void TaskDialog::takeTimer(const QLineEdit *edit, int &parameter)
     updateCycle();
 }
 
+void TaskDialog::writeParameter(QLineEdit *edit, int &parameter, int value)
+{
+    parameter = value;
+    edit->setText(QStringLiteral("%1").arg(value));
+}
+
 void TaskDialog::updateCycle()
 {
     if (!m_fixedDuration)

@@ -115,6 +115,7 @@ protected:
     int closingWait(int withoutFixedDuration);
     void updateCycle();
     void takeTimer(const QLineEdit *edit, int &parameter);
+    static void writeParameter(QLineEdit *edit, int &parameter, int value);
     void setCycle(int ms);
 
     /// What is shown as the pitch of the screen, in mm; the argument is in micrometres.

@@ -3,6 +3,7 @@
 #include "documents.h"
 
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QTest>
 
 #include <memory>
@@ -22,6 +23,7 @@ private Q_SLOTS:
     void aMissingDocumentIsSoughtInEnglish();
     void theDocumentOfTheLanguageComesFirst();
     void aboutTellsVersionAndAssessor();
+    void theRecordIsPrintedOnlyWhenAskedFor();
     void aboutWithoutAnAssessorKeepsItsPlaceholders();
     void onlyTheFirstLineOfTheRecordIsRead();
     void markupInTheRecordIsText();
@@ -143,6 +145,16 @@ void tst_WebViewer::aboutTellsVersionAndAssessor()
     show(documents::About);
     QCOMPARE(m_viewer->text(),
              QStringLiteral("1.1, Dr. Anna Łukasz (Klinik am See), V_VERSION, 1.1"));
+}
+
+void tst_WebViewer::theRecordIsPrintedOnlyWhenAskedFor()
+{
+    m_root->write(QStringLiteral("Parameters/assessor.txt"), "Dr.;Muster;Anna;Clinic;;;;\n");
+    m_root->write(QStringLiteral("Languages/En/Kelmoran_About_en.html"), "v_assessor");
+    QLoggingCategory::setFilterRules(QStringLiteral("kelmoran.viewer.debug=true"));
+    QTest::ignoreMessage(QtDebugMsg, "line Dr.;Muster;Anna;Clinic;;;;");
+    show(documents::About);
+    QLoggingCategory::setFilterRules(QString());
 }
 
 void tst_WebViewer::aboutWithoutAnAssessorKeepsItsPlaceholders()

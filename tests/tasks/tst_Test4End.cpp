@@ -1,5 +1,7 @@
 #include "MemoryDesk.h"
 
+#include <QLoggingCategory>
+
 #include <cmath>
 
 using namespace column;
@@ -30,6 +32,7 @@ private Q_SLOTS:
     void theTwoButtonsEndTheTest();
     void theReportIsAskedForWhenItIsWanted();
     void mainMenuClosesTheTask();
+    void mainMenuIsPrintedUnderTheOtherButtonsWord();
     void escapeAtTheEndKeepsTheSession();
     void theKeysFileNothingTwice();
     void aSecondRunStartsFromZero();
@@ -517,6 +520,16 @@ void tst_Test4End::mainMenuClosesTheTask()
     QVERIFY(!desk.task.isRunning());
     QVERIFY(!desk.task.result().isVisible());
     QVERIFY(!sessionStore().escapeSeq); // the session has been taken
+}
+
+void tst_Test4End::mainMenuIsPrintedUnderTheOtherButtonsWord()
+{
+    MemoryDesk desk;
+    QVERIFY(playShort(desk, 3));
+    QLoggingCategory::setFilterRules(QStringLiteral("kelmoran.task.debug=true"));
+    QTest::ignoreMessage(QtDebugMsg, "Results");
+    desk.click("pb_mainMenu");
+    QLoggingCategory::setFilterRules(QString());
 }
 
 void tst_Test4End::escapeAtTheEndKeepsTheSession()

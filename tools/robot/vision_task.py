@@ -10,7 +10,7 @@ import math
 import time
 from dataclasses import dataclass
 
-from eyes import Picture
+from eyes import Eyes, Picture
 from forms import Place
 from kelmoran_robot import DARK, Robot
 from task_screen import TaskScreen
@@ -71,9 +71,12 @@ class VisionTask(TaskScreen):
 
     def mask_is_shown(self) -> bool:
         """Two opposite corners of the frame are white in nothing else."""
+        return self._is_mask(self.eyes)
+
+    def _is_mask(self, seen: Eyes | Picture) -> bool:
         mark = self.frame
-        return (self.eyes.is_bright(mark.x, mark.y)
-                and self.eyes.is_bright(mark.x + mark.width - 17, mark.y + mark.height - 1))
+        return (seen.is_bright(mark.x, mark.y)
+                and seen.is_bright(mark.x + mark.width - 17, mark.y + mark.height - 1))
 
     def asks_figure(self) -> bool:
         return self._is_button(FIGURE_BUTTONS["Id"])
@@ -159,10 +162,8 @@ class VisionTask(TaskScreen):
     def _masked(self) -> Picture | None:
         if not self.mask_is_shown():  # a quick look: the mask is short
             return None
-        mark, screen = self.frame, self.eyes.whole()
-        shown = (screen.is_bright(mark.x, mark.y)
-                 and screen.is_bright(mark.x + mark.width - 17, mark.y + mark.height - 1))
-        return screen if shown else None
+        screen = self.eyes.whole()
+        return screen if self._is_mask(screen) else None
 
     def wait_asked(self) -> None:
         wait_for("the answer buttons", lambda: self.asks_figure() or self.asks_place())

@@ -41,15 +41,11 @@ float takeFloat(QLineEdit *edit)
 
 void Test1::writeDefaults()
 {
-    const auto write = [](QLineEdit *edit, int &parameter, int value) {
-        parameter = value;
-        showValue(edit, value);
-    };
-    write(m_ui.le_timer01, m_time01, 500);
-    write(m_ui.le_timer03, m_time03, 200);
-    write(m_ui.le_timer04, m_time04, 500);
-    write(m_ui.le_timer05, m_time05, 5000);
-    write(m_ui.le_timer06, m_time06, 1000);
+    writeParameter(m_ui.le_timer01, m_time01, 500);
+    writeParameter(m_ui.le_timer03, m_time03, 200);
+    writeParameter(m_ui.le_timer04, m_time04, 500);
+    writeParameter(m_ui.le_timer05, m_time05, 5000);
+    writeParameter(m_ui.le_timer06, m_time06, 1000);
     setNumber(mostTrials());
 
     m_ui.le_horzPitch->setText(pitchText(m_calibration->isHorzPitch()));

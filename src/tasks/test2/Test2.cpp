@@ -97,15 +97,11 @@ void Test2::writeDefaults()
 {
     m_ui.le_rt_delta->clear();
     m_ui.le_pitch->setText(pitchText(m_calibration->isHorzPitch()));
-    const auto write = [](QLineEdit *edit, int &parameter, int value) {
-        parameter = value;
-        edit->setText(QStringLiteral("%1").arg(value));
-    };
-    write(m_ui.le_timer01, timer01, 400);
-    write(m_ui.le_timer02, timer02, 100);
-    write(m_ui.le_timer03, timer03, 400);
-    write(m_ui.le_timer04, timer04, 5000);
-    write(m_ui.le_timer05, timer05, 600);
+    writeParameter(m_ui.le_timer01, timer01, 400);
+    writeParameter(m_ui.le_timer02, timer02, 100);
+    writeParameter(m_ui.le_timer03, timer03, 400);
+    writeParameter(m_ui.le_timer04, timer04, 5000);
+    writeParameter(m_ui.le_timer05, timer05, 600);
     setNumber(testTrials);
 }
 

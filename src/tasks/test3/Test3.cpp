@@ -105,17 +105,13 @@ void Test3::placeStimuli()
 
 void Test3::writeDefaults()
 {
-    const auto write = [](QLineEdit *edit, int &parameter, int value) {
-        parameter = value;
-        edit->setText(QStringLiteral("%1").arg(value));
-    };
-    write(m_ui.le_timer01, timer01, 400);
-    write(m_ui.le_timer02, timer02, 0);
-    write(m_ui.le_timer03, timer03, 500);
-    write(m_ui.le_timer04, timer04, 2500);
-    write(m_ui.le_timer05, timer05, 2500);
-    write(m_ui.le_timer06, timer06, 600);
-    write(m_ui.le_timerMov, timerMov, 15);
+    writeParameter(m_ui.le_timer01, timer01, 400);
+    writeParameter(m_ui.le_timer02, timer02, 0);
+    writeParameter(m_ui.le_timer03, timer03, 500);
+    writeParameter(m_ui.le_timer04, timer04, 2500);
+    writeParameter(m_ui.le_timer05, timer05, 2500);
+    writeParameter(m_ui.le_timer06, timer06, 600);
+    writeParameter(m_ui.le_timerMov, timerMov, 15);
     setNumber(testTrials);
     m_ui.le_rt_delta->clear();
     m_ui.le_pitch->setText(pitchText(m_calibration->isHorzPitch()));

@@ -108,10 +108,6 @@ void Test4::placeStimuli()
 
 void Test4::writeDefaults()
 {
-    const auto write = [](QLineEdit *edit, int &parameter, int value) {
-        parameter = value;
-        edit->setText(QStringLiteral("%1").arg(value));
-    };
     const auto takePitch = [](QLineEdit *edit, float &pitch, int micrometres) {
         pitch = float(micrometres / 1000.0);
         edit->setText(pitchText(micrometres));
@@ -119,11 +115,11 @@ void Test4::writeDefaults()
     takePitch(m_ui.le_horzPitch, m_horzPitch, m_calibration->isHorzPitch());
     takePitch(m_ui.le_vertPitch, m_vertPitch, m_calibration->isVertPitch());
     setNumber(testTrials);
-    write(m_ui.le_timer01, m_timer01, 1000);
-    write(m_ui.le_timer02, m_timer02, 500);
-    write(m_ui.le_timer03, m_timer03, 1000);
-    write(m_ui.le_timer04, m_timer04, 5000);
-    write(m_ui.le_timer05, m_timer05, 1000);
+    writeParameter(m_ui.le_timer01, m_timer01, 1000);
+    writeParameter(m_ui.le_timer02, m_timer02, 500);
+    writeParameter(m_ui.le_timer03, m_timer03, 1000);
+    writeParameter(m_ui.le_timer04, m_timer04, 5000);
+    writeParameter(m_ui.le_timer05, m_timer05, 1000);
     showTrialNo();
 }
 
