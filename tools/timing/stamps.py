@@ -169,14 +169,17 @@ def crosses(ring: Sequence[Stamp], runs: Sequence[tuple[int, int]],
             pixels: int) -> tuple[list[float], list[float]]:
     """Of runs of crosses, each told by its begin and its end: how long each cross stood, and how
     long the ring was empty between two. A cross is a change of so many pixels that makes the ring
-    brighter, and the same back."""
+    brighter, and the same back; one that is half hidden counts for nothing, nor what is beside it."""
     stood: list[float] = []
     gaps: list[float] = []
     for began, ended in runs:
         on: Stamp | None = None
         off: Stamp | None = None
         for before, stamp in zip(ring, ring[1:]):
-            if stamp.pixels != pixels or not began < stamp.at < ended:
+            if not began < stamp.at < ended:
+                continue
+            if stamp.pixels != pixels:  # half of it lies under a field of the panel
+                on = off = None
                 continue
             if stamp.brightness > before.brightness:
                 if off:
