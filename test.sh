@@ -8,7 +8,7 @@
 #   system     the real program on a virtual screen, by keyboard and mouse
 #   lint       layout, words and clang-tidy, with warnings as errors
 #   asan       built by clang with clazy's checks, warnings as errors; then the unit tests once
-#              more, under the address and undefined-behaviour sanitizers
+#              more, under the address and undefined-behaviour sanitizers, and a share of ./soak.sh
 #   all        all five (the default)
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
@@ -189,7 +189,7 @@ if wanted asan; then
     say "building with clazy and the sanitizers"
     export CLAZY_CHECKS=level0,level1 CLAZY_IGNORE_DIRS='(/usr/.*|.*_autogen.*)'
     build_project "$asan" "$logs/asan-build.log" -DCMAKE_BUILD_TYPE=Debug -DKELMORAN_SANITIZE=ON \
-        -DCMAKE_CXX_COMPILER=clazy \
+        -DKELMORAN_FUZZ=ON -DCMAKE_CXX_COMPILER=clazy \
         || { reasons+=("the build with the sanitizers failed, see $logs/asan-build.log"); exit 1; }
     # The web engine doesn't run under them; whole rehearsals are played by one test of their own.
     run_ctest asan "$asan" -j2 -LE "system|report|rehearsal"

@@ -1,6 +1,7 @@
 #include "languages.h"
 
 #include "Calibration.h"
+#include "catalogue.h"
 #include "tables.h"
 
 #include <QFile>
@@ -23,7 +24,7 @@ int selectLanguage(QTranslator &translator)
         const QString path = cataloguePath(number);
         if (!QFile::exists(path))
             continue;
-        [[maybe_unused]] const bool loaded = translator.load(path);
+        [[maybe_unused]] const bool loaded = loadCatalogue(translator, path);
         selected = int(number);
     }
     Calibration().setLanguage(selected);

@@ -18,7 +18,8 @@ void create();
 QString path(const char *folder, const QString &fileName);
 
 /// A patient's key as a part of a file name: a record made by hand may hold slashes, and no key may
-/// lead out of its folder.
+/// lead out of its folder. A key too long for a file name is cut, with a number that tells it from
+/// others.
 QString asFileName(const QString &patientKey);
 
 /// "../Archives/<patient key>/"

@@ -1,8 +1,10 @@
 #include "patientsList.h"
 
 #include "dataFolders.h"
+#include "wholeFile.h"
 
 #include <QFile>
+#include <QStringDecoder>
 
 #include <cerrno>
 #include <cstring>
@@ -35,9 +37,46 @@ QByteArray chopped(QByteArray line)
     return line;
 }
 
+/// A field that is no UTF-8 was made by hand, elsewhere. Read as Latin-1 its letters stay apart, so
+/// that of two such patients neither is taken for the other.
+QString decoded(const QByteArray &field)
+{
+    if (!field.isValidUtf8())
+        return QString::fromLatin1(field);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(field);
+}
+
 QStringList fieldsOf(const QByteArray &line)
 {
-    return QString::fromUtf8(line).split(u';');
+    if (line.isValidUtf8())
+        return QString::fromUtf8(line).split(u';');
+    // Each by itself: a number written into one must not change how the names are read.
+    QStringList fields;
+    const QList<QByteArray> parts = line.split(';');
+    for (const QByteArray &part : parts)
+        fields.append(decoded(part));
+    return fields;
+}
+
+/// The length of the line that begins there, its ending included.
+qsizetype lineLength(const QByteArray &list, qsizetype from)
+{
+    const qsizetype lineFeed = list.indexOf('\n', from);
+    return (lineFeed < 0 ? list.size() : lineFeed + 1) - from;
+}
+
+/// Where the last patient's line ends: at the first empty line or at the end of the list.
+qsizetype endOfPatients(const QByteArray &list)
+{
+    qsizetype end = 0;
+    while (end < list.size()) {
+        const qsizetype length = lineLength(list, end);
+        if (chopped(list.sliced(end, length)).isEmpty())
+            break;
+        end += length;
+    }
+    return end;
 }
 
 /// Writes all bytes and sees them on the disk.
@@ -88,15 +127,15 @@ QString replaceList(const QByteArray &bytes)
 QByteArray rewrittenLine(const QByteArray &line, const QString &patientKey,
                          const QMap<int, int> &numbers)
 {
-    QStringList fields = fieldsOf(line);
-    if (key(fields) != patientKey)
+    if (key(fieldsOf(line)) != patientKey)
         return line;
+    QList<QByteArray> fields = line.split(';'); // bytes, so that the others keep theirs
     for (auto it = numbers.cbegin(); it != numbers.cend(); ++it) {
         while (fields.size() <= it.key()) // a short line made by hand
-            fields.append(QString());
-        fields[it.key()] = QStringLiteral("%1").arg(it.value());
+            fields.append(QByteArray());
+        fields[it.key()] = QByteArray::number(it.value());
     }
-    return fields.join(u';').toUtf8();
+    return fields.join(';');
 }
 
 QByteArray rewritten(const QByteArray &list, const QString &patientKey,
@@ -104,17 +143,31 @@ QByteArray rewritten(const QByteArray &list, const QString &patientKey,
 {
     QByteArray result;
     result.reserve(list.size() + 64);
-    qsizetype from = 0;
-    while (from < list.size()) {
-        const qsizetype lineFeed = list.indexOf('\n', from);
-        const qsizetype end = lineFeed < 0 ? list.size() : lineFeed + 1;
-        const QByteArray line = chopped(list.sliced(from, end - from));
-        if (line.isEmpty())
-            break;
+    const qsizetype end = endOfPatients(list);
+    for (qsizetype from = 0, length = 0; from < end; from += length) {
+        length = lineLength(list, from);
+        const QByteArray line = chopped(list.sliced(from, length));
         result += rewrittenLine(line, patientKey, numbers) + "\r\n";
-        from = end;
     }
-    return result + list.sliced(from);
+    return result + list.sliced(end);
+}
+
+/// What a list edited by hand may lack at its end.
+QByteArray missingEnding(const QByteArray &patients)
+{
+    if (patients.isEmpty() || patients.endsWith('\n'))
+        return {};
+    return patients.endsWith('\r') ? "\n" : "\r\n";
+}
+
+QByteArray newLine(const QString &gender, const QString &lastName, const QString &firstName,
+                   const QDate &dateOfBirth)
+{
+    QStringList fields{gender, lastName, firstName,
+                       dateOfBirth.toString(QStringLiteral("dd.MM.yyyy"))};
+    while (fields.size() < FieldCount)
+        fields.append(QStringLiteral("0"));
+    return fields.join(u';').toUtf8() + "\r\n";
 }
 
 } // namespace
@@ -176,17 +229,21 @@ QString append(const QString &gender, const QString &lastName, const QString &fi
     // Unbuffered, so that no half of a line waits to be written once more.
     if (!list.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered))
         return list.errorString();
-    const qint64 before = list.size();
-    QStringList fields{gender, lastName, firstName,
-                       dateOfBirth.toString(QStringLiteral("dd.MM.yyyy"))};
-    while (fields.size() < FieldCount)
-        fields.append(QStringLiteral("0"));
-    QByteArray line = fields.join(u';').toUtf8() + "\r\n";
-    if (before > 0 && list.seek(before - 1) && list.read(1) != "\n")
-        line.prepend("\r\n"); // a list edited by hand may lack its last line ending
-    QString error = writeThrough(list, line);
+    list.seek(0);
+    const QByteArray before = list.readAll();
+    if (list.error() != QFileDevice::NoError)
+        return list.errorString();
+    const QByteArray line = newLine(gender, lastName, firstName, dateOfBirth);
+    const qsizetype end = endOfPatients(before);
+    const QByteArray patients = before.first(end);
+    if (end < before.size()) {
+        // Behind an empty line no reader would find it.
+        list.close();
+        return wholeFile::replace(listPath(), patients + line + before.sliced(end));
+    }
+    QString error = writeThrough(list, missingEnding(patients) + line);
     if (!error.isEmpty())
-        list.resize(before);
+        list.resize(before.size());
     return error;
 }
 

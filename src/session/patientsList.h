@@ -9,7 +9,8 @@
 #include <optional>
 
 /// `../Parameters/patients_list.txt`: one patient a line, fields separated by ";", lines ending in
-/// "\r\n", UTF-8. The first empty line ends the list for every reader.
+/// "\r\n", UTF-8. The first empty line ends the list for every reader. A field made by hand that
+/// is no UTF-8 is read as Latin-1.
 namespace patientsList {
 
 inline constexpr char name[] = "patients_list.txt";
@@ -40,8 +41,9 @@ std::optional<QList<QStringList>> read();
 /// Reads no further than that line.
 QStringList find(const QString &patientKey);
 
-/// Appends a new patient with zeros for all numbers and hands it to the disk. Returns the error
-/// string, empty if all went well; the list is then as it was.
+/// Adds a new patient with zeros for all numbers behind the others, in front of the first empty
+/// line if there is one, and hands it to the disk. Returns the error string, empty if all went
+/// well; if not, the list is as it was.
 QString append(const QString &gender, const QString &lastName, const QString &firstName,
                const QDate &dateOfBirth);
 

@@ -1,6 +1,7 @@
 #include "DataRoot.h"
 #include "languages.h"
 
+#include <QDataStream>
 #include <QFile>
 #include <QLibraryInfo>
 #include <QTest>
@@ -18,6 +19,9 @@ private Q_SLOTS:
     void aCatalogueThatDoesNotLoadCountsAndEmptiesTheTranslator();
     void whatIsNoCatalogueCountsAndSaysNothing_data();
     void whatIsNoCatalogueCountsAndSaysNothing();
+    void aDamagedCatalogueCountsAndSaysNothing_data();
+    void aDamagedCatalogueCountsAndSaysNothing();
+    void noChangedByteEndsTheProgram();
     void aBrokenCatalogueOfAHigherNumberDoesNoHarm();
     void theTextsOfTheToolkitComeWhereTheToolkitBringsThem();
     void aLanguageThatDoesNotExistHasNoTextsOfTheToolkit();
@@ -39,6 +43,24 @@ void install(const DataRoot &root, const QStringList &catalogues)
         QVERIFY(!bytes.isEmpty());
         root.write(QStringLiteral("Languages/") + entry.section(u' ', 1), bytes);
     }
+}
+
+/// The German catalogue with another byte at a place.
+QByteArray changed(qsizetype at, char byte)
+{
+    QByteArray bytes = catalogue(QStringLiteral("de"));
+    bytes[at] = byte;
+    return bytes;
+}
+
+/// A section with the name of another catalogue.
+QByteArray naming(const QString &other)
+{
+    QByteArray section;
+    QDataStream stream(&section, QIODevice::WriteOnly);
+    const auto nameLength = quint32(sizeof(quint32) + 2 * std::size_t(other.size()));
+    stream << quint8(0x96) << nameLength << other;
+    return section;
 }
 
 QString errorText(const QTranslator &translator)
@@ -145,6 +167,49 @@ void tst_languages::whatIsNoCatalogueCountsAndSaysNothing()
     QCOMPARE(sessionStore().language, number);
     QVERIFY(translator.isEmpty());
     QCOMPARE(errorText(translator), QString());
+}
+
+void tst_languages::aDamagedCatalogueCountsAndSaysNothing_data()
+{
+    // A mark of 16 bytes, the language in 7, a hash and its place in 5 and 8, the messages.
+    constexpr qsizetype placeOfMessage = 32;
+    constexpr qsizetype lengthOfText = 42;
+    constexpr qsizetype endOfMessage = 96;
+    const QByteArray whole = catalogue(QStringLiteral("de"));
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("cut in the last section") << whole.chopped(1);
+    QTest::newRow("a byte too many") << whole + 'x';
+    QTest::newRow("a message behind the end") << changed(placeOfMessage, '\x7f');
+    QTest::newRow("a text longer than the file") << changed(lengthOfText, '\x7f');
+    QTest::newRow("a message that isn't ended") << changed(endOfMessage, '\x07');
+    QTest::newRow("one that names itself") << whole + naming(QStringLiteral("Dekelmoran_de.qm"));
+}
+
+void tst_languages::aDamagedCatalogueCountsAndSaysNothing()
+{
+    QFETCH(QByteArray, bytes);
+    const DataRoot root;
+    root.write(QStringLiteral("Languages/Dekelmoran_de.qm"), bytes);
+    QTranslator translator;
+    QCOMPARE(selectLanguage(translator), 2);
+    QVERIFY(translator.isEmpty());
+    QCOMPARE(errorText(translator), QString());
+}
+
+void tst_languages::noChangedByteEndsTheProgram()
+{
+    const DataRoot root;
+    const qsizetype size = catalogue(QStringLiteral("de")).size();
+    int refused = 0;
+    for (qsizetype at = 0; at < size; ++at) {
+        root.write(QStringLiteral("Languages/Dekelmoran_de.qm"), changed(at, '\xf1'));
+        QTranslator translator;
+        QCOMPARE(selectLanguage(translator), 2);
+        if (translator.isEmpty())
+            ++refused;
+        QVERIFY(errorText(translator).size() <= size);
+    }
+    QVERIFY(refused > 0 && refused < size); // a letter of a text is none of its lengths
 }
 
 void tst_languages::aBrokenCatalogueOfAHigherNumberDoesNoHarm()

@@ -140,6 +140,7 @@ void tst_Observer::whatCannotBeUnderstoodIsRefused_data()
     row("nothing", "", "illegal value");
     row("an array", "[]", "not a JSON object");
     row("an unknown key", R"({"speed": 1})", "unknown key \"speed\"");
+    row("an unknown key of two lines", R"({"a\nb\u2028c": 1})", "unknown key \"a b c\"");
     row("an unknown key of the reaction time", R"({"reactionTime": {"median": 300}})",
         "unknown key \"reactionTime.median\"");
     row("a text for a number", R"({"misses": "0.1"})", "\"misses\" is not a number");

@@ -2,6 +2,8 @@
 #include "Result.h"
 #include "TaskTimer.h"
 #include "VirtualTime.h"
+#include "dataFolders.h"
+#include "resultFiles.h"
 
 #include <QApplication>
 #include <QPrinter>
@@ -148,6 +150,7 @@ private Q_SLOTS:
     void aPdfThatCannotBeWrittenIsTold();
     void aPdfIsReplacedInOneStep();
     void aNameIsATextAndNoMarkup();
+    void aNameTooLongForAFileHasItsReport();
     void whatLiesBesideTheTemplateIsFound();
     void noAddressOnTheNetworkIsFetched();
     void scriptsAreOff();
@@ -351,6 +354,19 @@ void tst_Result::aNameIsATextAndNoMarkup()
     QVERIFY(isFiled(result));
     const QString text = textOf(path(pdfName(4)));
     QVERIFY2(text.contains(QStringLiteral("[<b>Ş&amp;</b> %1 v_trials]")), qPrintable(text));
+}
+
+void tst_Result::aNameTooLongForAFileHasItsReport()
+{
+    Boxes boxes;
+    sessionStore().patientName = QString(300, u'王') + QStringLiteral(" Anne 30.12.1951");
+    const QString name = dataFolders::asFileName(sessionStore().patientName);
+    resultFiles::createArchive(sessionStore().patientName);
+    writeTemplate(4, "[v_f_name]");
+    Result result;
+    goResult4(result, false);
+    QVERIFY(isFiled(result));
+    QVERIFY(m_root->exists(QStringLiteral("Archives/%1/Output_T4_S07_%1.pdf").arg(name)));
 }
 
 void tst_Result::whatLiesBesideTheTemplateIsFound()

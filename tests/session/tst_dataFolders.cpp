@@ -59,6 +59,11 @@ private Q_SLOTS:
         QTest::newRow("one dot") << u"."_qs << u"../Archives/_/"_qs;
         QTest::newRow("a null") << QString(u"a"_qs + QChar(u'\0') + u"b"_qs)
                                 << u"../Archives/a_b/"_qs;
+        QTest::newRow("300 letters")
+            << QString(300, u'M') << u"../Archives/%1~303318044bd3cb6e/"_qs.arg(QString(193, u'M'));
+        QTest::newRow("300 characters of three bytes")
+            << QString(300, u'王')
+            << u"../Archives/%1~842159054b786d7b/"_qs.arg(QString(64, u'王'));
         QTest::newRow("placeholders")
             << u"%1 %2 01.01.1950"_qs << u"../Archives/%1 %2 01.01.1950/"_qs;
     }
@@ -66,6 +71,17 @@ private Q_SLOTS:
     {
         QFETCH(const QString, key);
         QTEST(dataFolders::archiveOf(key), "folder");
+    }
+
+    void longKeysKeepApartAndFitIntoTheNameOfAFile()
+    {
+        const QString one = dataFolders::asFileName(QString(300, u'é') + u" Anna 02.03.1950"_qs);
+        const QString other = dataFolders::asFileName(QString(300, u'é') + u" Anna 02.03.1951"_qs);
+        QVERIFY(one != other);
+        QVERIFY(one.toUtf8().size() <= 210);
+        QCOMPARE(dataFolders::asFileName(one), one);
+        const QString fits(210, u'M');
+        QCOMPARE(dataFolders::asFileName(fits), fits);
     }
 
     void theSiteCodeIsTheFirstLineOfItsFile_data()

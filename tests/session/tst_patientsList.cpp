@@ -159,6 +159,33 @@ private Q_SLOTS:
         QCOMPARE(root.bytes(listFile), anna + bruno);
     }
 
+    void aNewPatientComesBeforeAnEmptyLine_data()
+    {
+        QTest::addColumn<QByteArray>("behind");
+        QTest::newRow("at the end") << QByteArray("\r\n");
+        QTest::newRow("of a line feed") << QByteArray("\n");
+        QTest::newRow("with more behind it") << "\r\n\r\n" + clara + "no ending, \xff";
+    }
+    void aNewPatientComesBeforeAnEmptyLine()
+    {
+        QFETCH(const QByteArray, behind);
+        const DataRoot root;
+        root.write(listFile, anna + behind);
+        QCOMPARE(patientsList::append(u"Mr."_qs, u"Beispiel"_qs, u"Bruno"_qs, QDate(1948, 12, 11)),
+                 QString());
+        QCOMPARE(root.bytes(listFile), anna + bruno + behind);
+        QCOMPARE(QDir(root.path(u"Parameters"_qs)).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{u"patients_list.txt"_qs});
+    }
+
+    void halfALineEndingIsCompleted()
+    {
+        const DataRoot root;
+        root.write(listFile, anna.chopped(1));
+        patientsList::append(u"Mr."_qs, u"Beispiel"_qs, u"Bruno"_qs, QDate(1948, 12, 11));
+        QCOMPARE(root.bytes(listFile), anna + bruno);
+    }
+
     void genderAndNamesMayBeEmpty()
     {
         const DataRoot root;
@@ -230,6 +257,9 @@ private Q_SLOTS:
         QTest::newRow("others that are no UTF-8")
             << "Mr.;M\xFCller;J\xF6rg;01.01.1950;1\r\n" + anna
             << "Mr.;M\xFCller;J\xF6rg;01.01.1950;1\r\n" + annas5;
+        QTest::newRow("a field of its own that is no UTF-8") << anna.chopped(2) + ";M\xFC;\r\n"
+                                                             << annas5.chopped(2) + ";M\xFC;\r\n";
+        QTest::newRow("a mark of the encoding") << "\xEF\xBB\xBF" + anna << "\xEF\xBB\xBF" + annas5;
         QTest::newRow("a semicolon in the name hides the line")
             << QByteArray("Mrs.;Mus;ter;Anna;02.03.1950\r\n")
             << QByteArray("Mrs.;Mus;ter;Anna;02.03.1950\r\n");
@@ -258,6 +288,28 @@ private Q_SLOTS:
         root.write(listFile, "Mr.;../..;a/b;01.01.1950;0\r\n");
         QCOMPARE(patientsList::rewritePatientLine(u"../.. a/b 01.01.1950"_qs, {{4, 1}}), QString());
         QCOMPARE(root.bytes(listFile), QByteArray("Mr.;../..;a/b;01.01.1950;1\r\n"));
+    }
+
+    void ofTwoNamesThatAreNoUtf8NeitherIsTakenForTheOther()
+    {
+        const DataRoot root;
+        const QByteArray moller = "Mr.;M\xF6ller;J\xF6rg;01.01.1950;1\r\n";
+        root.write(listFile, "Mr.;M\xFCller;J\xF6rg;01.01.1950;\xFF\r\n" + moller);
+        const QString key = u"Müller Jörg 01.01.1950"_qs;
+        QVERIFY(!patientsList::find(key).isEmpty());
+        QCOMPARE(patientsList::rewritePatientLine(key, {{patientsList::SessionT1, 7}}), QString());
+        QCOMPARE(root.bytes(listFile), "Mr.;M\xFCller;J\xF6rg;01.01.1950;7\r\n" + moller);
+        QVERIFY(!patientsList::find(key).isEmpty());
+    }
+
+    void aNumberThatMakesALineUtf8LeavesItsKey()
+    {
+        const DataRoot root;
+        root.write(listFile, "Mr.;\xC3\x9C;J;01.01.1950;\xFF\r\n");
+        const QString key = u"Ü J 01.01.1950"_qs;
+        QVERIFY(!patientsList::find(key).isEmpty());
+        QCOMPARE(patientsList::rewritePatientLine(key, {{patientsList::SessionT1, 7}}), QString());
+        QCOMPARE(patientsList::find(key).value(patientsList::SessionT1), u"7"_qs);
     }
 
     void otherLettersSurviveARewrite()

@@ -107,6 +107,19 @@ private Q_SLOTS:
                  list + "Mrs.;Castel;Clara;30.06.1961;0;0;0;0;0;0;0;0;0;0\r\n");
     }
 
+    void whenTheDiskIsFullThePatientBeforeAnEmptyLineIsNotRegistered()
+    {
+        const DataRoot root;
+        root.write(listFile, list + "\r\n");
+        QString error;
+        {
+            const FullDisk disk(rlim_t(list.size()) + 10);
+            error = append();
+        }
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(root.bytes(listFile), list + "\r\n");
+    }
+
     void aListOnAnotherFileSystemIsReplacedByWayOfACopyBesideIt()
     {
         const DataRoot root(DataRoot::Folders::Missing);

@@ -2,6 +2,18 @@
 
 #include <utility>
 
+namespace {
+/// A key may hold line breaks, and a complaint is one line.
+QString onOneLine(QString path)
+{
+    for (QChar &character : path) {
+        if (character.isSpace() || (!character.isPrint() && !character.isSurrogate()))
+            character = u' ';
+    }
+    return path;
+}
+} // namespace
+
 JsonReader::JsonReader(QJsonObject object, QString &error)
     : JsonReader(std::move(object), QString(), error)
 {
@@ -52,7 +64,8 @@ JsonReader JsonReader::object(const QString &key)
 void JsonReader::finish()
 {
     if (!m_object.isEmpty() && m_error.isEmpty())
-        m_error = QStringLiteral("unknown key \"%1\"").arg(path(m_object.constBegin().key()));
+        m_error =
+            QStringLiteral("unknown key \"%1\"").arg(onOneLine(path(m_object.constBegin().key())));
 }
 
 QString JsonReader::path(const QString &key) const

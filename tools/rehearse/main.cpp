@@ -3,6 +3,7 @@
 #include "Rehearsal.h"
 #include "SessionStore.h"
 #include "VirtualTime.h"
+#include "catalogue.h"
 #include "languages.h"
 #include "resources.h"
 #include "startup.h"
@@ -58,9 +59,9 @@ void chooseLanguage(std::optional<int> wanted, QTranslator &translator, QTransla
         language = *wanted;
         const auto number = std::size_t(language);
         // The translator lets go of what it holds, whether this catalogue is there or not.
-        [[maybe_unused]] const bool loaded = translator.load(
-            QStringLiteral("..%1kelmoran%2.qm")
-                .arg(tables::_pathLanguage.at(number), tables::_language.at(number)));
+        [[maybe_unused]] const bool loaded = loadCatalogue(
+            translator, QStringLiteral("..%1kelmoran%2.qm")
+                            .arg(tables::_pathLanguage.at(number), tables::_language.at(number)));
         sessionStore().language = language;
     }
     loadToolkitTexts(toolkit, language);
