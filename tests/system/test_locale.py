@@ -8,7 +8,6 @@ import unittest.mock
 from pathlib import Path
 
 from desk import T2_RT, Desk
-from waiting import holds_for
 
 GERMAN = "de_DE.UTF-8"
 
@@ -51,8 +50,6 @@ class GermanSession(Desk):
         task.press_go()
         for _ in range(6):
             task.wait_target()
-            # A robot that answers at once has reaction times of 0 ms, and no line runs through them.
-            self.assertTrue(holds_for(lambda: task.target() is not None, 0.05))
             task.answer()
         task.wait_end()
         scores = self.rows("results_T2.csv")[0]

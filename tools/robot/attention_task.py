@@ -6,7 +6,7 @@ import math
 
 from kelmoran_robot import DARK, Robot
 from task_screen import TaskScreen
-from waiting import wait_for
+from waiting import holds_for, wait_for
 
 TARGET_RADIUS = 250
 ASTERISK_AT_LEAST = 430  # it has 590 white pixels
@@ -72,7 +72,9 @@ class AttentionTask(TaskScreen):
         wait_for("the target to go", lambda: self.target() is None)
 
     def answer(self, by_mouse: bool = False) -> None:
-        """Answers a target that is up, and sees it go."""
+        """Answers a target that is up, and sees it go. Not at once: no line runs through reaction
+        times of 0 ms."""
+        holds_for(lambda: self.target() is not None, 0.05)
         if by_mouse:
             self.hands.click(10, 700)
         else:
