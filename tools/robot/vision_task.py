@@ -14,7 +14,7 @@ from eyes import Eyes, Picture
 from forms import Place
 from kelmoran_robot import DARK, Robot
 from task_screen import TaskScreen
-from waiting import wait_for
+from waiting import holds_for, wait_for
 
 KINDS = ("Id", "Sh", "Cn", "Or", "Sz")
 FIGURE_BUTTONS = {"Id": "pb_uniform", "Sh": "pb_shape", "Cn": "pb_contrast",
@@ -172,6 +172,7 @@ class VisionTask(TaskScreen):
         """Clicks the answer to what was seen, or a wrong one for each half that is asked for, and
         sees the buttons go."""
         self.wait_asked()
+        holds_for(lambda: self.asks_figure() or self.asks_place(), 0.05)  # as a person would
         if seen.kind:
             shift = 0 if right else 1
             self.click_figure(KINDS[(KINDS.index(seen.kind) + shift) % len(KINDS)])
