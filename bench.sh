@@ -1,7 +1,7 @@
 #!/bin/bash
 # Measures the program on this machine; nothing here passes or fails.
 #
-#   ./bench.sh [pieces|start|rehearsal|exposures|drift|crosses|observers|all]
+#   ./bench.sh [pieces|start|rehearsal|exposures|drift|crosses|observers|refreshes|all]
 #   ./bench.sh timing [idle|one-core|both-cores|disk] [--short]
 #
 #   pieces      the statistics, a draw, a row, the paint of each stimulus, the patient list
@@ -16,7 +16,8 @@
 #               beside a process that only waits (four minutes)
 #   observers   the staircase of the visual perception task against simulated observers: a table and
 #               its picture in build/observers
-#   all         all seven (the default)
+#   refreshes   what becomes of an exposure on a simulated screen of 60 or 120 Hz
+#   all         all eight (the default)
 #   timing      whole tests in real time on a virtual screen, stamped from outside by a witness that
 #               also gives the answers, beside a process that only waits; renews docs/timing.md. Ten
 #               minutes a condition, all four of them if none is named; --short shows in a minute
@@ -26,13 +27,13 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 what=${1:-all}
 case $what in
-pieces | start | rehearsal | exposures | drift | crosses | observers | all) ;;
+pieces | start | rehearsal | exposures | drift | crosses | observers | refreshes | all) ;;
 timing) shift ;;
 -h | --help)
-    sed -n '2,23s/^# \{0,1\}//p' "$0"
+    sed -n '2,24s/^# \{0,1\}//p' "$0"
     exit 0
     ;;
-*) die "unknown part $what (pieces, start, rehearsal, exposures, drift, crosses, observers, timing, all)" ;;
+*) die "unknown part $what (pieces, start, rehearsal, exposures, drift, crosses, observers, refreshes, timing, all)" ;;
 esac
 
 build=$project_dir/build/bench
@@ -190,6 +191,12 @@ measure_observers()
     printf 'the table and its picture: %s\n' "$out"
 }
 
+measure_refreshes()
+{
+    say "exposures on a simulated screen, 100,000 trials a row"
+    "$build/tools/bench/kelmoran-refreshes"
+}
+
 measure_timing()
 {
     /usr/bin/python3 -B "$project_dir/tools/timing/timing.py" --build "$build" "$@"
@@ -203,6 +210,7 @@ build_project "$build" "$build/build.log" -DCMAKE_BUILD_TYPE=Release -DKELMORAN_
     -DBUILD_TESTING=OFF -- \
     kelmoran kelmoran-rehearse kelmoran-observers kelmoran-witness kelmoran_words \
     kelmoran-bench kelmoran-exposures kelmoran-drift kelmoran-crosses kelmoran-bare-timer \
+    kelmoran-refreshes \
     || die "the build failed, see $build/build.log"
 
 if [ "$what" = timing ]; then
@@ -216,3 +224,4 @@ fi
 ! wanted drift || measure_drift
 ! wanted crosses || measure_crosses
 ! wanted observers || measure_observers
+! wanted refreshes || measure_refreshes

@@ -12,6 +12,8 @@ packages_build=(
     qt6-tools-dev            # tells cmake of LinguistTools
     qt6-l10n-tools           # lrelease and lupdate, for the catalogues
     libxcb1-dev              # the protocol of the screen: asks the server whether it has drawn
+    libxcb-present-dev       # when it has refreshed the screen
+    libxcb-randr0-dev        # how often it does
 )
 
 # To run it.

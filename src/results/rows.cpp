@@ -136,7 +136,8 @@ qint64 ShownInterval::late() const
     return achieved - qint64(nominal) * qint64(nanosecondsPerMillisecond);
 }
 
-QByteArray timing(const TrialHead &head, const std::vector<ShownInterval> &intervals)
+QByteArray timing(const TrialHead &head, const std::vector<ShownInterval> &intervals,
+                  double refresh)
 {
     constexpr int microsecond = 3; // decimals of a millisecond
     const auto milliseconds = [](qint64 ns) { return double(ns) / nanosecondsPerMillisecond; };
@@ -154,7 +155,12 @@ QByteArray timing(const TrialHead &head, const std::vector<ShownInterval> &inter
         const ShownInterval &interval = intervals[std::size_t(i)];
         row.integer(interval.nominal).fixed(milliseconds(interval.achieved), microsecond);
     }
-    return row.empty(2 * (timingIntervals - shown)).finished();
+    row.empty(2 * (timingIntervals - shown));
+    if (refresh > 0)
+        row.fixed(refresh / nanosecondsPerMillisecond, microsecond);
+    else
+        row.empty(1);
+    return row.finished();
 }
 
 QByteArray timingHeader()
@@ -164,7 +170,7 @@ QByteArray timingHeader()
         const QByteArray number = QByteArray::number(i);
         header += ";nominal_" + number + ";achieved_" + number;
     }
-    return header + '\n';
+    return header + ";refresh\n";
 }
 
 QByteArray marker(const Identity &who, QLatin1String word)

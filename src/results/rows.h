@@ -96,8 +96,11 @@ inline constexpr int timingIntervals = 15;
 
 /// The row of one trial in the timing log: whose it is, how late its worst interval was, and its
 /// intervals in the order of the chain. `late` is empty when there are none; those behind the last
-/// one are empty, and those beyond the room count in `late` alone.
-QByteArray timing(const TrialHead &head, const std::vector<ShownInterval> &intervals);
+/// one are empty, and those beyond the room count in `late` alone. `refresh` is the time in ns from
+/// one refresh of the screen to the next if the intervals run from refresh to refresh, 0 if they
+/// run from paint to paint.
+QByteArray timing(const TrialHead &head, const std::vector<ShownInterval> &intervals,
+                  double refresh);
 /// The line that names the columns of the timing log.
 QByteArray timingHeader();
 

@@ -7,14 +7,22 @@
 
 namespace {
 constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
+constexpr qint64 stillness = 150'000; ///< ns: longer than a question to an awake server takes
 } // namespace
+
+void PictureTimes::beginTrial(const std::optional<RefreshGrid> &refreshes)
+{
+    m_intervals.clear();
+    m_refreshes = refreshes;
+}
 
 void PictureTimes::begin(TaskTimer &timer, int ms)
 {
     Running &running = m_running[&timer];
     running.ms = std::max(ms, 0);
     running.from = m_shown;
-    running.end = m_shown + running.ms * nanosecondsPerMillisecond;
+    running.end = m_refreshes ? m_refreshes->drawAfter(m_shown, running.ms)
+                              : m_shown + running.ms * nanosecondsPerMillisecond;
     running.armed = running.end - expectedPaint(running) - running.approach.expected() -
                     TimeSource::current().lead();
     timer.startUntil(running.armed, ms);
@@ -25,7 +33,7 @@ void PictureTimes::expectPaint(const TaskTimer &timer, qint64 ns)
     m_running[&timer].paint.note(ns);
 }
 
-void PictureTimes::awaitEnd(const TaskTimer *ended)
+void PictureTimes::awaitEnd(const TaskTimer *ended, const std::function<void()> &meanwhile)
 {
     const auto it = m_running.find(ended);
     if (it == m_running.end() || it->second.end == 0)
@@ -38,7 +46,10 @@ void PictureTimes::awaitEnd(const TaskTimer *ended)
         return;
     }
     running.approach.note(approach);
-    time.waitUntil(running.end - expectedPaint(running));
+    const qint64 moment = running.end - expectedPaint(running);
+    while (meanwhile && time.nanoseconds() < moment - stillness)
+        meanwhile();
+    time.waitUntil(moment);
 }
 
 /// The first paint of its kind is taken to be like the last one of another.
@@ -49,8 +60,9 @@ qint64 PictureTimes::expectedPaint(const Running &running) const
 
 void PictureTimes::painted(const TaskTimer *ended, qint64 began)
 {
-    m_shown = TimeSource::current().nanoseconds();
-    m_lastPaint = m_shown - began;
+    const qint64 drawn = TimeSource::current().nanoseconds();
+    m_lastPaint = drawn - began;
+    m_shown = m_refreshes ? m_refreshes->nextAfter(drawn) : drawn;
     const auto it = m_running.find(ended);
     if (it == m_running.end() || it->second.end == 0)
         return;

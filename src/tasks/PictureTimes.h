@@ -1,10 +1,13 @@
 #pragma once
 
+#include "RefreshGrid.h"
 #include "rows.h"
 
 #include <QtGlobal>
 
 #include <array>
+#include <functional>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -13,16 +16,22 @@ class TaskTimer;
 /// When the pictures of a trial were shown. An interval of the chain runs from the paint of one
 /// picture to the paint of the next, so that what it takes to paint lengthens none of them: the
 /// timer is armed early, and the paint waits for its moment. All moments are ns of the time source.
+///
+/// Where the refreshes of the screen are known, a picture is there when it is on the glass, and an
+/// interval is the number of refreshes that comes closest to it.
 class PictureTimes
 {
 public:
+    /// A trial begins: its intervals, and the refreshes of the screen if they are known.
+    void beginTrial(const std::optional<RefreshGrid> &refreshes = std::nullopt);
     /// Starts the timer of an interval of `ms` that began with the last picture.
     void begin(TaskTimer &timer, int ms);
     /// What the paint at the end of such an interval will take, ns, as far as is known beforehand.
     void expectPaint(const TaskTimer &timer, qint64 ns);
     /// Before a paint: waits for the moment at which it has to begin, so that it is over when the
-    /// interval of `ended` is. A timer that is null, or hasn't just fired, is not waited for.
-    void awaitEnd(const TaskTimer *ended);
+    /// interval of `ended` is. A timer that is null, or hasn't just fired, is not waited for. Up to
+    /// a little before the moment `meanwhile` is called again and again.
+    void awaitEnd(const TaskTimer *ended, const std::function<void()> &meanwhile = {});
     /// Behind a paint that began at `began`, and that ends the interval of `ended` if it has one.
     void painted(const TaskTimer *ended, qint64 began);
     /// When the last picture was there.
@@ -30,9 +39,9 @@ public:
     /// What was begun counts no more: the trial was stopped.
     void forget();
 
-    /// The intervals that are over, in their order, since the last clear().
+    /// The intervals of the trial that are over, in their order.
     const std::vector<rows::ShownInterval> &intervals() const { return m_intervals; }
-    void clear() { m_intervals.clear(); }
+    const std::optional<RefreshGrid> &refreshes() const { return m_refreshes; }
 
 private:
     /// How long something took the last times, at the end of one interval.
@@ -62,4 +71,5 @@ private:
     qint64 m_lastPaint = 0; ///< how long it took, whatever it ended
     std::unordered_map<const TaskTimer *, Running> m_running;
     std::vector<rows::ShownInterval> m_intervals;
+    std::optional<RefreshGrid> m_refreshes;
 };

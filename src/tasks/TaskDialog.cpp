@@ -157,6 +157,7 @@ void TaskDialog::takeScreen()
     raise();
     activateWindow();
     setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0)"));
+    m_refreshCounter.watch(winId());
 }
 
 void TaskDialog::layOutControls()

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Calibration.h"
+#include "NextPicture.h"
 #include "PictureTimes.h"
+#include "RefreshCounter.h"
 #include "TaskClock.h"
 #include "TaskWidgets.h"
 #include "resultFiles.h"
@@ -129,6 +131,8 @@ protected:
     QRect centred(int width, int height) const;
     void showGoAtCorner();
     void hideStimuli();
+    /// To be called at the beginning of each trial.
+    void beginPictures();
     /// Paints at once what a link has changed, in one pass, so that the time that it starts begins
     /// with the picture. `ended` is the timer of the interval that this picture ends: the paint
     /// waits for its moment.
@@ -179,8 +183,6 @@ protected:
     QFile m_validLog;  ///< valid-output.csv, open at the end of the test
     QFile m_resultLog; ///< results_Tn.csv, open at the end of the test
     QByteArray m_validRows;
-    PictureTimes m_pictures;
-
     QDateTime m_trialStamp; ///< onset of the current trial's stimulus
     TaskClock m_cycleClock;
     TaskClock m_testClock;
@@ -217,7 +219,7 @@ private:
     QString translated(const char *text) const;
     QString failedToOpen(const QString &name, const QString &error) const;
     void prepareStimuli();
-    qint64 paint();
+    void paint();
     void clearResult();
     void warnOnLight(const QString &text);
     void takeScreen();
@@ -239,6 +241,9 @@ private:
     void tellLateness();
     void tellFailures();
 
+    NextPicture m_nextPicture{*this};
+    PictureTimes m_pictures;
+    RefreshCounter m_refreshCounter;
     qint64 m_inputMoment = 0;
     QFile m_timingLog;      ///< timing.csv, open during the test phase
     QString m_timingError;  ///< the first one of the run

@@ -4,7 +4,6 @@
 #include "Result.h"
 #include "TaskTimer.h"
 #include "TimeSource.h"
-#include "displayServer.h"
 #include "patientsList.h"
 #include "rows.h"
 
@@ -95,6 +94,7 @@ void TaskDialog::toPb_go()
     setFocus(); // answers must reach the dialog
     setCursor(Qt::BlankCursor);
     clearResult();
+    m_refreshCounter.ask(); // the first trial asks again, and two answers make a grid
     m_trialNo = 0;
     m_trialCount = 0;
     resetBlock();
@@ -193,7 +193,8 @@ void TaskDialog::logTiming(const rows::TrialHead &head)
     const std::vector<rows::ShownInterval> &intervals = m_pictures.intervals();
     for (const rows::ShownInterval &interval : intervals)
         m_worstLate = std::max(m_worstLate, interval.late());
-    noteTimingError(resultFiles::appendRow(m_timingLog, rows::timing(head, intervals)));
+    const double refresh = m_pictures.refreshes() ? m_pictures.refreshes()->period() : 0;
+    noteTimingError(resultFiles::appendRow(m_timingLog, rows::timing(head, intervals, refresh)));
 }
 
 void TaskDialog::noteTimingError(const QString &error)
@@ -347,32 +348,4 @@ void TaskDialog::hideStimuli()
 {
     for (QWidget *stimulus : m_stimuli)
         stimulus->hide();
-}
-
-void TaskDialog::paintNow(const TaskTimer *ended)
-{
-    m_pictures.awaitEnd(ended);
-    m_pictures.painted(ended, paint());
-}
-
-/// Returns the moment at which it began.
-qint64 TaskDialog::paint()
-{
-    const qint64 began = TimeSource::current().nanoseconds();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater); // what was shown asks by this
-    QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
-    displayServer::awaitDrawn();
-    return began;
-}
-
-void TaskDialog::rehearsePaint(const TaskTimer *timer, const QRect &area)
-{
-    update(area);
-    const qint64 began = paint();
-    m_pictures.expectPaint(*timer, TimeSource::current().nanoseconds() - began);
-}
-
-void TaskDialog::startInterval(TaskTimer *timer, int ms)
-{
-    m_pictures.begin(*timer, ms);
 }

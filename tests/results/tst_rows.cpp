@@ -246,26 +246,27 @@ void tst_rows::scoreRowsStandToTheByte()
 void tst_rows::aTimingRowTellsItsIntervalsAndTheWorst()
 {
     const QByteArray row =
-        timing(trialHead(), {{150, 150'000'499}, {400, 402'123'456}, {17, 16'900'000}});
+        timing(trialHead(), {{150, 150'000'499}, {400, 402'123'456}, {17, 16'900'000}}, 0);
     QCOMPARE(row, "05/03/2024;14:07:09.042;2;7;12;2.123;150;150.000;400;402.123;17;16.900" +
-                      QByteArray(24, ';') + '\n');
-    QCOMPARE(timing(trialHead(), {{17, 16'900'000}}).left(39),
+                      QByteArray(25, ';') + '\n');
+    QCOMPARE(timing(trialHead(), {{17, 16'900'000}}, 0).left(39),
              QByteArray("05/03/2024;14:07:09.042;2;7;12;-0.100;1"));
 }
 
 void tst_rows::aTimingRowHasTheColumnsOfItsHeader()
 {
     const qsizetype columns = columnsOf(timingHeader());
-    QCOMPARE(columns, 36);
+    QCOMPARE(columns, 37);
     QVERIFY(
         timingHeader().startsWith("date;time;task;session;rank_task;late;nominal_1;achieved_1;"));
-    QVERIFY(timingHeader().endsWith(";nominal_15;achieved_15\n"));
-    QCOMPARE(columnsOf(timing(trialHead(), {})), columns);
+    QVERIFY(timingHeader().endsWith(";nominal_15;achieved_15;refresh\n"));
+    QCOMPARE(columnsOf(timing(trialHead(), {}, 0)), columns);
     std::vector<ShownInterval> many(timingIntervals + 3, {10, 10'000'000});
     many.back().achieved = 12'000'000; // beyond the room, and yet the worst
-    const QByteArray row = timing(trialHead(), many);
+    const QByteArray row = timing(trialHead(), many, 1e9 / 60);
     QCOMPARE(columnsOf(row), columns);
     QVERIFY(row.contains(";12;2.000;10;10.000;"));
+    QVERIFY(row.endsWith(";10;10.000;16.667\n"));
 }
 
 void tst_rows::aMarkerRowIsShort()

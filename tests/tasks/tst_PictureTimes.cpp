@@ -47,6 +47,13 @@ private Q_SLOTS:
     void whatWasForgottenIsNoInterval();
     void aNegativeIntervalCountsAsNone();
     void theIntervalsStandInTheirOrder();
+    void onAGridAPictureIsThereWithTheRefresh();
+    void onAGridThePaintIsOverInTheMiddleBetweenTwoRefreshes();
+    void aMissedRefreshIsAnInterval();
+    void onAGridEveryExposureIsExact_data();
+    void onAGridEveryExposureIsExact();
+    void onAGridNoExposureIsFurtherOutThanWithoutIt();
+    void withoutAGridTheShortestExposureCanBeTwiceAsLong();
 };
 
 namespace {
@@ -203,8 +210,123 @@ void tst_PictureTimes::theIntervalsStandInTheirOrder()
     QCOMPARE(pictures.intervals().size(), std::size_t(2));
     QCOMPARE(pictures.intervals().front().late(), 2 * ms);
     QCOMPARE(pictures.intervals().back().late(), -1 * ms);
-    pictures.clear();
+    pictures.beginTrial();
     QVERIFY(pictures.intervals().empty());
+}
+
+void tst_PictureTimes::onAGridAPictureIsThereWithTheRefresh()
+{
+    HandTime time;
+    PictureTimes pictures;
+    pictures.beginTrial(RefreshGrid(0, 10.0 * ms));
+    paint(time, pictures, nullptr, 11 * ms, 12 * ms);
+    QCOMPARE(pictures.shown(), 20 * ms);
+}
+
+void tst_PictureTimes::onAGridThePaintIsOverInTheMiddleBetweenTwoRefreshes()
+{
+    HandTime time;
+    PictureTimes pictures;
+    TaskTimer timer;
+    pictures.beginTrial(RefreshGrid(0, 10.0 * ms));
+    paint(time, pictures, nullptr, 11 * ms, 12 * ms);
+    pictures.begin(timer, 33);
+    QCOMPARE(time.due(), std::optional((45 - 1 - 2) * ms)); // shown at 20, and three refreshes long
+    timer.stop();
+    paint(time, pictures, &timer, 43 * ms, 45 * ms);
+    QCOMPARE(time.waitedFor, 44 * ms);
+    QCOMPARE(pictures.intervals().front().nominal, 33);
+    QCOMPARE(pictures.intervals().front().achieved, 30 * ms);
+}
+
+void tst_PictureTimes::aMissedRefreshIsAnInterval()
+{
+    HandTime time;
+    PictureTimes pictures;
+    TaskTimer timer;
+    pictures.beginTrial(RefreshGrid(0, 10.0 * ms));
+    paint(time, pictures, nullptr, 11 * ms, 12 * ms);
+    pictures.begin(timer, 30);
+    timer.stop();
+    paint(time, pictures, &timer, 44 * ms, 51 * ms);
+    QCOMPARE(pictures.intervals().front().late(), 10 * ms);
+}
+
+namespace {
+/// For how many refreshes a stimulus stands whose paints are each this much late, of nominally so
+/// many ms at a rate in Hz, when its onset is asked for this part of a period behind a refresh.
+int visibleRefreshes(bool followed, int nominal, double rate, double phase, qint64 lateOn,
+                     qint64 lateOff)
+{
+    HandTime time;
+    PictureTimes pictures;
+    TaskTimer fixation;
+    TaskTimer exposure;
+    const double period = 1e9 / rate;
+    const RefreshGrid screen(0, period);
+    pictures.beginTrial(followed ? std::optional(screen) : std::nullopt);
+    const auto first = qint64((100 + phase) * period);
+    paint(time, pictures, nullptr, first, first);
+    const auto end = [&](TaskTimer &timer, int interval, qint64 late) {
+        pictures.begin(timer, interval);
+        time.now = *time.due();
+        timer.stop();
+        pictures.awaitEnd(&timer);
+        const qint64 moment = time.waitedFor;
+        time.now = moment + late;
+        pictures.painted(&timer, moment + late); // the paint itself takes no time
+        return screen.nextAfter(time.now);
+    };
+    const qint64 on = end(fixation, 500, lateOn);
+    const qint64 off = end(exposure, nominal, lateOff);
+    return int(std::lround(double(off - on) / period));
+}
+} // namespace
+
+void tst_PictureTimes::onAGridEveryExposureIsExact_data()
+{
+    QTest::addColumn<double>("rate");
+    for (const double rate : {59.94, 60.0, 75.0, 120.0, 144.0})
+        QTest::addRow("%g Hz", rate) << rate;
+}
+
+void tst_PictureTimes::onAGridEveryExposureIsExact()
+{
+    QFETCH(double, rate);
+    const RefreshGrid screen(0, 1e9 / rate);
+    for (const int nominal : {17, 25, 33, 50, 67, 83, 100, 133, 283, 500, 1133, 4633}) {
+        for (int tenth = 0; tenth < 10; ++tenth) {
+            const double phase = tenth / 10.0 + 0.05;
+            // Whatever the phase, and a paint 2 ms early or late beside the other one.
+            for (const qint64 late : {-2 * ms, qint64(0), 2 * ms})
+                QCOMPARE(visibleRefreshes(true, nominal, rate, phase, -late, late),
+                         screen.refreshes(nominal));
+        }
+    }
+}
+
+void tst_PictureTimes::onAGridNoExposureIsFurtherOutThanWithoutIt()
+{
+    constexpr double rate = 60;
+    constexpr double period = 1000 / rate; // ms
+    for (int nominal = 10; nominal <= 120; ++nominal) {
+        for (int tenth = 0; tenth < 10; ++tenth) {
+            const double phase = tenth / 10.0 + 0.05;
+            const auto error = [&](bool followed) {
+                const int count = visibleRefreshes(followed, nominal, rate, phase, 0, 0);
+                return std::abs(count * period - nominal);
+            };
+            QVERIFY2(error(true) <= error(false) + 1e-9, qPrintable(QString::number(nominal)));
+        }
+    }
+}
+
+void tst_PictureTimes::withoutAGridTheShortestExposureCanBeTwiceAsLong()
+{
+    // What the grid is for: drawn 0.2 ms before a refresh, 17 ms pass the next one and the one
+    // after.
+    QCOMPARE(visibleRefreshes(false, 17, 60, 0.985, 0, 0), 2);
+    QCOMPARE(visibleRefreshes(true, 17, 60, 0.985, 0, 0), 1);
 }
 
 QTEST_GUILESS_MAIN(tst_PictureTimes)

@@ -472,7 +472,7 @@ void tst_Test2End::everyTrialOfTheTestLeavesItsTimes()
     QCOMPARE(times.size(), trials.size());
     for (qsizetype i = 0; i < times.size(); ++i) {
         const QStringList &row = times.at(i);
-        QCOMPARE(row.size(), 36);
+        QCOMPARE(row.size(), 37);
         QCOMPARE(row.mid(0, 2), trials.at(i).mid(7, 2)); // date and time
         QCOMPARE(row.mid(2, 3).join(u';'), QStringLiteral("2;3;%1").arg(i + 1));
         QCOMPARE(row.at(5), QStringLiteral("0.000"));

@@ -39,7 +39,7 @@ void Test1::startTimer(Timer timer, int ms)
 
 void Test1::sequence0()
 {
-    m_pictures.clear();
+    beginPictures();
     m_instructing = false;
     m_limitReached = 0;
     m_markedError = false;

@@ -30,7 +30,7 @@ enum { Foreperiod, Cue, Wait, Limit, Closing };
 
 void Test2::sequence0()
 {
-    m_pictures.clear();
+    beginPictures();
     m_cycleTime = m_cycleClock.restart();
     drawSpentTables();
     m_condition =

@@ -24,7 +24,7 @@ constexpr int slowest = 5000; // ms; a later Space is none in the test
 
 void Test3::sequence0()
 {
-    m_pictures.clear();
+    beginPictures();
     m_cycleTime = m_cycleClock.restart();
     qCDebug(lcTest3, "time %6d ", m_cycleTime);
     m_markedError = false;

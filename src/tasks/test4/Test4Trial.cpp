@@ -38,7 +38,7 @@ void Test4::showTrialNo()
 
 void Test4::sequence0()
 {
-    m_pictures.clear();
+    beginPictures();
     m_markedError = false;
     enterStage(0);
     m_cross->show();
