@@ -59,7 +59,7 @@ class Length:
         return self.long_exposures if ms <= 1133 else self.longest_exposures
 
 
-WHOLE = Length(13, 6, 4, 3, 80, 400, 2)
+WHOLE = Length(13, 6, 4, 3, 70, 400, 2)
 SHORT = Length(1, 1, 1, 0, 9, 60, 1)
 
 
