@@ -3,6 +3,7 @@
 #include "Messages.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QLockFile>
 #include <QtGlobal>
 
@@ -10,6 +11,22 @@
 #include <unistd.h>
 
 namespace startup {
+namespace {
+constexpr QLatin1String takeover(".rmlock");
+
+/// The toolkit takes a dead program's lock over under a second lock, and waits for that one half a
+/// minute if its owner was killed before it had put its name in. The system knows whether it is
+/// held.
+void freeTakeover()
+{
+    QString name = QString::fromLatin1(lockName) + takeover;
+    for (; QFile::exists(name); name += takeover) {
+        QLockFile lock(name);
+        if (!lock.getLockInfo(nullptr, nullptr, nullptr))
+            lock.removeStaleLockFile();
+    }
+}
+} // namespace
 
 void prepareEnvironment()
 {
@@ -26,10 +43,11 @@ void prepareEnvironment()
 bool takeDataRoot(QLockFile &lock)
 {
     lock.setStaleLockTime(std::chrono::milliseconds::zero()); // only a dead owner's lock is stale
+    freeTakeover();
     if (lock.tryLock() || lock.error() != QLockFile::LockFailedError)
         return true;
-    // A lock that names nobody was cut short by a power failure. The system knows whether it is
-    // held.
+    // A lock that names nobody was cut short by a kill or a power failure. The system knows whether
+    // it is held.
     if (!lock.getLockInfo(nullptr, nullptr, nullptr) && lock.removeStaleLockFile() &&
         lock.tryLock())
         return true;

@@ -27,8 +27,14 @@ void Calibration::goReadParam()
 
 void Calibration::setFrequency(int index)
 {
-    goReadParam();
+    const QString unread = screenFile::read();
+    if (!unread.isEmpty())
+        warnScreenFile(unread);
     sessionStore().frequency = index;
+    // A file that can't be read now may hold the size of a pixel. Without one in the store it
+    // stays.
+    if (!unread.isEmpty() && screenFile::exists() && sessionStore().horzPixel == 0)
+        return;
     const QString error = screenFile::write();
     if (error.isEmpty())
         qCDebug(lcCalibration, "frequency %d", index);

@@ -97,14 +97,17 @@ void ReportView::startPaper()
     m_view->print(m_printer.get());
 }
 
-void ReportView::finishPaper()
+void ReportView::finishPaper(bool ok)
 {
+    const QString path = m_printer ? m_printer->outputFileName() : QString();
     m_onPaper = false;
     m_printer.reset();
     if (m_path && m_page)
         m_page->filePdf(*m_path);
     m_path.reset();
     Q_EMIT changed();
+    if (!ok)
+        Q_EMIT paperFailed(path);
 }
 
 bool ReportView::isBusy() const

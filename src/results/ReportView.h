@@ -39,6 +39,8 @@ public:
 
 Q_SIGNALS:
     void pdfFinished(const QString &path, const QString &error);
+    /// Nothing was printed: to the file of this path, or on paper if it is empty.
+    void paperFailed(const QString &path);
     /// isBusy() may have changed.
     void changed();
 
@@ -47,7 +49,7 @@ private:
     void retire(ReportPage *page);
     void goOn();
     void startPaper();
-    void finishPaper();
+    void finishPaper(bool ok);
 
     QWidget *m_window;
     LocalProfile *m_profile = nullptr;

@@ -1,6 +1,7 @@
 #include "Result.h"
 
 #include "Messages.h"
+#include "ReportPage.h"
 #include "SessionStore.h"
 #include "TaskTimer.h"
 #include "assessorRecord.h"
@@ -62,6 +63,7 @@ Result::Result(QWidget *parent)
     connect(m_timer3, &TaskTimer::timeout, this, &Result::to_timer3);
     connect(m_timer4, &TaskTimer::timeout, this, &Result::to_timer4);
     connect(&m_report, &ReportView::pdfFinished, this, &Result::finishPdf);
+    connect(&m_report, &ReportView::paperFailed, this, &Result::tellPaper);
     connect(&m_report, &ReportView::changed, this, &Result::keepAlive);
 }
 
@@ -197,6 +199,15 @@ void Result::finishPdf(const QString &path, const QString &error)
         messages::warning(this, tr("Error"),
                           tr("Failed to open %1\n%2").arg(QFileInfo(path).fileName(), error));
     Q_EMIT pdfFinished(path, error.isEmpty());
+}
+
+void Result::tellPaper(const QString &path)
+{
+    const QString error = ReportPage::tr("The report could not be printed.");
+    messages::warning(this, tr("Error"),
+                      path.isEmpty()
+                          ? error
+                          : tr("Failed to open %1\n%2").arg(QFileInfo(path).fileName(), error));
 }
 
 void Result::keepAlive()

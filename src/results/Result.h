@@ -69,6 +69,7 @@ private:
                   const reportText::Values &scores, TaskTimer *timer);
     void fileReport(int task, bool show, const QString &session, TaskTimer *timer);
     void finishPdf(const QString &path, const QString &error);
+    void tellPaper(const QString &path);
     void keepAlive();
 
     Ui::ResultClass m_ui;

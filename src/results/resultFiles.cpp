@@ -3,6 +3,7 @@
 #include "dataFolders.h"
 #include "rows.h"
 #include "tables.h"
+#include "wholeFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,7 +12,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include <unistd.h>
+#include <sys/stat.h>
 
 namespace resultFiles {
 namespace {
@@ -37,11 +38,6 @@ bool endsInHalfALine(const QString &path)
     return !last.isEmpty() && last != "\n";
 }
 
-QString onDisk(QFile &file)
-{
-    return ::fsync(file.handle()) == 0 ? QString() : QString::fromLocal8Bit(std::strerror(errno));
-}
-
 QString appendToFile(QFile &file, const QString &path, const char *header, const QByteArray &bytes)
 {
     const bool half = endsInHalfALine(path);
@@ -56,7 +52,7 @@ QString appendToFile(QFile &file, const QString &path, const char *header, const
         all.prepend('\n');
     QString error = append(file, all);
     if (error.isEmpty())
-        error = onDisk(file);
+        error = wholeFile::onDisk(file);
     file.close();
     return error;
 }
@@ -90,11 +86,10 @@ QString append(QIODevice &device, const QByteArray &bytes)
 
 void createTrialLog()
 {
-    QFile log(inResults(trialLogName));
-    if (log.open(QIODevice::ReadOnly) || !log.open(QIODevice::WriteOnly | QIODevice::Append))
-        return;
-    if (log.size() == 0)
-        append(log, tables::_headerArchive);
+    const QString path = inResults(trialLogName);
+    // In one step: a log without its header would stay so.
+    if (!QFile::exists(path))
+        wholeFile::replace(path, tables::_headerArchive);
 }
 
 namespace {
@@ -114,6 +109,31 @@ QString openLog(QFile &log, const QString &path, const QByteArray &header)
         log.close();
     return error;
 }
+
+/// Whether the file of an open log is still the one at its place; the error string if not.
+QString lossOf(const QFile &log)
+{
+    struct stat open = {};
+    struct stat there = {};
+    int error = 0;
+    if (::fstat(log.handle(), &open) != 0 ||
+        ::stat(QFile::encodeName(log.fileName()).constData(), &there) != 0)
+        error = errno;
+    else if (open.st_ino != there.st_ino || open.st_dev != there.st_dev)
+        error = ESTALE;
+    return error == 0 ? QString() : QString::fromLocal8Bit(std::strerror(error));
+}
+
+/// What is written goes on in the file that now stands there, or in a new one. Where none can be
+/// made, the open one is all there is: its folder may only have been moved.
+void openAnew(QFile &log)
+{
+    const QString path = log.fileName();
+    if (!QFile(path).open(appending))
+        return;
+    const bool ofTiming = path.endsWith(QLatin1String(timingLogName));
+    openLog(log, path, ofTiming ? rows::timingHeader() : QByteArray(tables::_headerArchive));
+}
 } // namespace
 
 QString openTrialLog(QFile &log)
@@ -128,14 +148,22 @@ QString openTimingLog(QFile &log)
 
 QString appendRow(QFile &log, const QByteArray &row)
 {
-    return log.isOpen() ? append(log, row) : QString();
+    if (!log.isOpen())
+        return {};
+    const QString loss = lossOf(log);
+    if (!loss.isEmpty())
+        openAnew(log);
+    const QString error = append(log, row);
+    return loss.isEmpty() ? error : loss;
 }
 
 QString closeLog(QFile &log)
 {
     if (!log.isOpen())
         return {};
-    QString error = onDisk(log);
+    QString error = wholeFile::onDisk(log);
+    if (error.isEmpty())
+        error = lossOf(log);
     log.close();
     return error;
 }

@@ -22,8 +22,8 @@ struct Failure
 };
 using Failures = QList<Failure>;
 
-/// The step of the program's start: ../Results/output.csv with its header, if it can't be opened
-/// for reading. What fails is not told here; the task that opens the log tells it.
+/// The step of the program's start: ../Results/output.csv with its header, if there is none. What
+/// fails is not told here; the task that opens the log tells it.
 void createTrialLog();
 
 /// Opens ../Results/output.csv for appending; a log that is open is closed first. If a kill in the
@@ -37,11 +37,12 @@ QString openTimingLog(QFile &log);
 /// Appends a row and hands it to the system at once, so that a program killed afterwards has lost
 /// nothing. Outside the test phase the log is closed, and the row is dropped without a word.
 /// Returns the error string, empty if all went well; what was written of the row is then taken
-/// back.
+/// back. If the log was deleted or moved away since it was opened, that is the error, and the row
+/// goes into a new one where one can be made.
 QString appendRow(QFile &log, const QByteArray &row);
 
-/// Sees the rows on the disk and closes the log, of trials or of timing. Nothing happens if it is
-/// closed.
+/// Sees the rows on the disk and at their place, and closes the log, of trials or of timing.
+/// Nothing happens if it is closed.
 QString closeLog(QFile &log);
 
 /// The folder of the patient, made if it is missing. What can't be made is found out by the first

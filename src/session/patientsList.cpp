@@ -6,11 +6,10 @@
 #include <QFile>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstring>
-
 #include <cstdio>
-#include <unistd.h>
+#include <cstring>
 
 namespace patientsList {
 namespace {
@@ -28,7 +27,8 @@ QString systemError()
 }
 
 /// The line without its ending.
-QByteArray chopped(QByteArray line)
+template <typename Bytes>
+Bytes chopped(Bytes line)
 {
     if (line.endsWith('\n'))
         line.chop(1);
@@ -59,6 +59,40 @@ QStringList fieldsOf(const QByteArray &line)
     return fields;
 }
 
+/// Tells the lines of one patient from the others.
+class Sought
+{
+public:
+    explicit Sought(const QString &patientKey)
+        : m_key(patientKey)
+        , m_bytes(patientKey.toUtf8())
+    {
+    }
+
+    bool isOf(const QByteArray &line) const
+    {
+        return mayBeOf(line) && key(fieldsOf(line)) == m_key;
+    }
+
+    /// Only lines that pass are worth being read as text: that takes ten times as long, and there
+    /// may be a hundred thousand of others.
+    bool mayBeOf(QByteArrayView line) const
+    {
+        const qsizetype gender = line.indexOf(';');
+        const QByteArrayView names = line.sliced(gender < 0 ? line.size() : gender + 1);
+        if (names.size() < m_bytes.size() || !line.isValidUtf8())
+            return true; // fields are missing, or no UTF-8
+        return std::equal(m_bytes.begin(), m_bytes.end(), names.begin(),
+                          [](char sought, char there) {
+                              return there == sought || (there == ';' && sought == ' ');
+                          });
+    }
+
+private:
+    QString m_key;
+    QByteArray m_bytes;
+};
+
 /// The length of the line that begins there, its ending included.
 qsizetype lineLength(const QByteArray &list, qsizetype from)
 {
@@ -72,29 +106,19 @@ qsizetype endOfPatients(const QByteArray &list)
     qsizetype end = 0;
     while (end < list.size()) {
         const qsizetype length = lineLength(list, end);
-        if (chopped(list.sliced(end, length)).isEmpty())
+        if (chopped(QByteArrayView(list).sliced(end, length)).isEmpty())
             break;
         end += length;
     }
     return end;
 }
 
-/// Writes all bytes and sees them on the disk.
-QString writeThrough(QFile &file, const QByteArray &bytes)
-{
-    if (file.write(bytes) != bytes.size() || !file.flush())
-        return file.errorString();
-    if (::fsync(file.handle()) != 0)
-        return systemError();
-    return {};
-}
-
 QString writeFile(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return file.errorString();
-    QString error = writeThrough(file, bytes);
+    QString error = wholeFile::writeThrough(file, bytes);
     file.close();
     if (!error.isEmpty())
         QFile::remove(path);
@@ -124,11 +148,8 @@ QString replaceList(const QByteArray &bytes)
     return error;
 }
 
-QByteArray rewrittenLine(const QByteArray &line, const QString &patientKey,
-                         const QMap<int, int> &numbers)
+QByteArray rewrittenLine(const QByteArray &line, const QMap<int, int> &numbers)
 {
-    if (key(fieldsOf(line)) != patientKey)
-        return line;
     QList<QByteArray> fields = line.split(';'); // bytes, so that the others keep theirs
     for (auto it = numbers.cbegin(); it != numbers.cend(); ++it) {
         while (fields.size() <= it.key()) // a short line made by hand
@@ -143,11 +164,13 @@ QByteArray rewritten(const QByteArray &list, const QString &patientKey,
 {
     QByteArray result;
     result.reserve(list.size() + 64);
+    const Sought sought(patientKey);
     const qsizetype end = endOfPatients(list);
     for (qsizetype from = 0, length = 0; from < end; from += length) {
         length = lineLength(list, from);
         const QByteArray line = chopped(list.sliced(from, length));
-        result += rewrittenLine(line, patientKey, numbers) + "\r\n";
+        result += sought.isOf(line) ? rewrittenLine(line, numbers) : line;
+        result += "\r\n";
     }
     return result + list.sliced(end);
 }
@@ -211,13 +234,13 @@ QStringList find(const QString &patientKey)
     QFile list(listPath());
     if (!list.open(QIODevice::ReadOnly))
         return {};
+    const Sought sought(patientKey);
     while (!list.atEnd()) {
         const QByteArray line = chopped(list.readLine());
         if (line.isEmpty())
             break;
-        QStringList fields = fieldsOf(line);
-        if (key(fields) == patientKey)
-            return fields;
+        if (sought.isOf(line))
+            return fieldsOf(line);
     }
     return {};
 }
@@ -226,25 +249,20 @@ QString append(const QString &gender, const QString &lastName, const QString &fi
                const QDate &dateOfBirth)
 {
     QFile list(listPath());
-    // Unbuffered, so that no half of a line waits to be written once more.
-    if (!list.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered))
-        return list.errorString();
-    list.seek(0);
-    const QByteArray before = list.readAll();
-    if (list.error() != QFileDevice::NoError)
-        return list.errorString();
-    const QByteArray line = newLine(gender, lastName, firstName, dateOfBirth);
-    const qsizetype end = endOfPatients(before);
-    const QByteArray patients = before.first(end);
-    if (end < before.size()) {
-        // Behind an empty line no reader would find it.
-        list.close();
-        return wholeFile::replace(listPath(), patients + line + before.sliced(end));
+    QByteArray before;
+    if (list.exists()) {
+        if (!list.open(QIODevice::ReadOnly))
+            return list.errorString();
+        before = list.readAll();
+        if (list.error() != QFileDevice::NoError)
+            return list.errorString();
     }
-    QString error = writeThrough(list, missingEnding(patients) + line);
-    if (!error.isEmpty())
-        list.resize(before.size());
-    return error;
+    // The whole list in one step: a program killed in the middle of a write leaves a part of it.
+    const qsizetype end = endOfPatients(before); // behind an empty line no reader would find it
+    const QByteArray patients = before.first(end);
+    const QByteArray line = newLine(gender, lastName, firstName, dateOfBirth);
+    return wholeFile::replace(listPath(),
+                              patients + missingEnding(patients) + line + before.sliced(end));
 }
 
 QString rewritePatientLine(const QString &patientKey, const QMap<int, int> &numbers)

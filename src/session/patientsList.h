@@ -42,8 +42,8 @@ std::optional<QList<QStringList>> read();
 QStringList find(const QString &patientKey);
 
 /// Adds a new patient with zeros for all numbers behind the others, in front of the first empty
-/// line if there is one, and hands it to the disk. Returns the error string, empty if all went
-/// well; if not, the list is as it was.
+/// line if there is one. The list is replaced in one step. Returns the error string, empty if all
+/// went well; if not, the list is as it was.
 QString append(const QString &gender, const QString &lastName, const QString &firstName,
                const QDate &dateOfBirth);
 

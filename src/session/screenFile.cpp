@@ -6,6 +6,7 @@
 
 #include <QDataStream>
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
 QString filePath()
@@ -14,9 +15,9 @@ QString filePath()
 }
 } // namespace
 
-bool screenFile::canBeRead()
+bool screenFile::exists()
 {
-    return QFile(filePath()).open(QIODevice::ReadOnly);
+    return QFileInfo(filePath()).isFile();
 }
 
 QString screenFile::read()
@@ -24,7 +25,12 @@ QString screenFile::read()
     QFile file(filePath());
     if (!file.open(QIODevice::ReadOnly))
         return file.errorString();
-    QDataStream stream(&file);
+    constexpr int length = 3 * sizeof(qint32);
+    const QByteArray bytes = file.read(length);
+    // An error of the disk must not pass for a screen that was never calibrated.
+    if (file.error() != QFileDevice::NoError)
+        return file.errorString();
+    QDataStream stream(bytes);
     SessionStore &store = sessionStore();
     stream >> store.horzPixel >> store.vertPixel >> store.frequency;
     return {};

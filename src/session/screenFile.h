@@ -8,10 +8,11 @@ namespace screenFile {
 
 inline constexpr char name[] = "screen.pix";
 
-bool canBeRead();
+/// There is such a file, whether it can be read or not.
+bool exists();
 
-/// Reads the file into the store; what the file is too short for becomes 0. If it can't be opened
-/// the store stays as it is and the error string is returned.
+/// Reads the file into the store; what the file is too short for becomes 0. If it can't be read the
+/// store stays as it is and the error string is returned.
 QString read();
 
 /// Replaces the file in one step by the values of the store. Returns the error string, empty if

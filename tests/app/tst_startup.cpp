@@ -15,6 +15,8 @@ private Q_SLOTS:
     void aSecondLivingProgramIsToldSo();
     void theLockOfADeadProgramIsTakenOver();
     void aLockThatWasCutShortIsTakenOver();
+    void aTakeoverThatWasCutShortIsNoHindrance_data();
+    void aTakeoverThatWasCutShortIsNoHindrance();
     void whereNoLockCanBeMadeTheProgramGoesOn();
     void x11IsAskedForWhereThereIsAChoice_data();
     void x11IsAskedForWhereThereIsAChoice();
@@ -24,6 +26,13 @@ namespace {
 QString lockName()
 {
     return QString::fromLatin1(startup::lockName);
+}
+
+/// No process has this number: it lies beyond the highest one that the system gives.
+QByteArray deadOwner()
+{
+    return "99999999\nkelmoran\n" + QSysInfo::machineHostName().toUtf8() + "\n" +
+           QSysInfo::machineUniqueId() + "\n" + QSysInfo::bootUniqueId() + "\n";
 }
 
 void setVariable(const char *name, const QByteArray &value)
@@ -70,10 +79,7 @@ void tst_startup::theLockOfADeadProgramIsTakenOver()
 {
     const DataRoot root;
     const Boxes boxes;
-    // No process has this number: it lies beyond the highest one that the system gives.
-    const QByteArray dead = "99999999\nkelmoran\n" + QSysInfo::machineHostName().toUtf8() + "\n" +
-                            QSysInfo::machineUniqueId() + "\n" + QSysInfo::bootUniqueId() + "\n";
-    root.write(QStringLiteral("kelmoran.lock"), dead);
+    root.write(QStringLiteral("kelmoran.lock"), deadOwner());
     QLockFile lock(lockName());
     QVERIFY(startup::takeDataRoot(lock));
     QVERIFY(lock.isLocked());
@@ -87,6 +93,32 @@ void tst_startup::aLockThatWasCutShortIsTakenOver()
     QLockFile lock(lockName());
     QVERIFY(startup::takeDataRoot(lock));
     QVERIFY(lock.isLocked());
+}
+
+void tst_startup::aTakeoverThatWasCutShortIsNoHindrance_data()
+{
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("second");
+
+    QTest::newRow("before it was named") << QByteArray("") << QByteArray();
+    QTest::newRow("with a name in it") << deadOwner() << QByteArray();
+    QTest::newRow("that of a takeover") << deadOwner() << QByteArray("");
+}
+
+void tst_startup::aTakeoverThatWasCutShortIsNoHindrance()
+{
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, second);
+    const DataRoot root;
+    const Boxes boxes;
+    root.write(QStringLiteral("kelmoran.lock"), deadOwner());
+    root.write(QStringLiteral("kelmoran.lock.rmlock"), first);
+    if (!second.isNull())
+        root.write(QStringLiteral("kelmoran.lock.rmlock.rmlock"), second);
+    QLockFile lock(lockName());
+    QVERIFY(startup::takeDataRoot(lock));
+    QVERIFY(lock.isLocked());
+    QVERIFY(!root.exists(QStringLiteral("kelmoran.lock.rmlock")));
 }
 
 void tst_startup::whereNoLockCanBeMadeTheProgramGoesOn()

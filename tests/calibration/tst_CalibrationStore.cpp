@@ -183,6 +183,26 @@ private Q_SLOTS:
         QCOMPARE(handle.isFrequency(), 1);
     }
 
+    void aFileThatCannotBeReadIsNotReplacedByAStoreWithoutPixels()
+    {
+        const DataRoot root;
+        // Can be opened, but its first bytes can't be read.
+        QVERIFY(QFile::link(u"/proc/self/mem"_qs, root.path(screenPix)));
+        Boxes boxes;
+        Calibration handle;
+        handle.setFrequency(1);
+        const auto told = boxes.take();
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(told.at(0).text, u"Failed to open screen.pix\nInput/output error"_qs);
+        QVERIFY(QFileInfo(root.path(screenPix)).isSymLink());
+        QCOMPARE(handle.isFrequency(), 1);
+
+        sessionStore().horzPixel = 270;
+        sessionStore().vertPixel = 320;
+        handle.setFrequency(1); // what was read at the start is all there, and is written
+        QCOMPARE(boxes.take().size(), 2);
+    }
+
     void theWordsForThePhasesAreTold()
     {
         const Calibration handle;

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void aFullDiskLeavesTheOldFile();
     void aFolderInItsPlaceIsTold();
     void aMissingFolderIsTold();
+    void whatTheDiskDoesNotTakeIsTold();
 
 private:
     QString path(const char *name) const { return m_folder.filePath(QString::fromLatin1(name)); }
@@ -58,6 +59,16 @@ void tst_wholeFile::aFolderInItsPlaceIsTold()
 void tst_wholeFile::aMissingFolderIsTold()
 {
     QVERIFY(!wholeFile::replace(path("missing/file"), "x").isEmpty());
+}
+
+void tst_wholeFile::whatTheDiskDoesNotTakeIsTold()
+{
+    QFile file(path("taken"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(wholeFile::onDisk(file), QString());
+    QFile noDisk(QStringLiteral("/dev/null")); // no disk is behind it
+    QVERIFY(noDisk.open(QIODevice::WriteOnly));
+    QVERIFY(!wholeFile::onDisk(noDisk).isEmpty());
 }
 
 QTEST_MAIN(tst_wholeFile)

@@ -164,6 +164,7 @@ private Q_SLOTS:
     void paperWaitsForThePageAndThePdfForThePaper();
     void paperWaitsForThePdfThatWasFirst();
     void aPrintDialogThatIsCancelledPrintsNothing();
+    void aPaperThatCannotBePrintedIsTold();
     void thePrinterButtonBeforeAnyReportDoesNothing();
     void theEnglishAttentionReportIsOnePageWithoutAPlaceholder();
 
@@ -577,6 +578,27 @@ void tst_Result::aPrintDialogThatIsCancelledPrintsNothing()
     goResult2(result, true);
     QVERIFY(isFiled(result));
     result.toPb_printer();
+    QVERIFY(!result.isBusy());
+}
+
+void tst_Result::aPaperThatCannotBePrintedIsTold()
+{
+    Boxes boxes;
+    writeTemplate(2, "v_trials");
+    ResultOnPaper result;
+    result.paper = path(QStringLiteral("missing/paper.pdf"));
+    goResult2(result, true);
+    QVERIFY(isFiled(result));
+    auto *view = result.findChild<QWebEngineView *>();
+    QVERIFY(view);
+    QSignalSpy printed(view, &QWebEngineView::printFinished);
+    result.toPb_printer();
+    QVERIFY(printed.wait(patience));
+    const QList<messages::Message> told = boxes.take();
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(told.first().title, QStringLiteral("Error"));
+    QCOMPARE(told.first().text,
+             QStringLiteral("Failed to open paper.pdf\nThe report could not be printed."));
     QVERIFY(!result.isBusy());
 }
 

@@ -125,6 +125,7 @@ private Q_SLOTS:
     void theStartLeavesAnExistingTrialLog_data();
     void theStartLeavesAnExistingTrialLog();
     void theStartSaysNothingWhenTheTrialLogCannotBeMade();
+    void theStartNeverLeavesATrialLogWithoutItsHeader();
     void aRowIsInTheFileBeforeTheLogIsClosed();
     void theTrialLogIsOnlyAppendedTo();
     void theTrialLogGetsNoHeaderFromATest();
@@ -133,6 +134,11 @@ private Q_SLOTS:
     void halfALineIsFollowedByAFreshOne();
     void aRowOutsideTheTestPhaseIsDroppedWithoutAWord();
     void aRowThatDoesNotFitIsTakenBack();
+    void aLogThatIsDeletedIsToldAndGoesOn_data();
+    void aLogThatIsDeletedIsToldAndGoesOn();
+    void aLogWhoseFolderIsMovedAwayKeepsItsRows();
+    void aLogThatIsReplacedIsToldAndGoesOn();
+    void aLogThatIsLostBehindItsLastRowIsTold();
     void aClosedTrialLogHoldsItsRows();
     void theEndOfATestFilesEverything();
     void aSecondTestWritesNoSecondHeader();
@@ -186,6 +192,17 @@ void tst_resultFiles::theStartSaysNothingWhenTheTrialLogCannotBeMade()
     m_root->block(QStringLiteral("Results"));
     createTrialLog();
     QVERIFY(m_root->bytes(trialLog).isNull());
+}
+
+void tst_resultFiles::theStartNeverLeavesATrialLogWithoutItsHeader()
+{
+    {
+        const FullDisk disk(8);
+        createTrialLog();
+    }
+    QVERIFY(!m_root->exists(trialLog));
+    createTrialLog();
+    QCOMPARE(m_root->bytes(trialLog), header());
 }
 
 void tst_resultFiles::aRowIsInTheFileBeforeTheLogIsClosed()
@@ -267,6 +284,65 @@ void tst_resultFiles::aRowThatDoesNotFitIsTakenBack()
     QCOMPARE(appendRow(log, "a;3\n"), QString());
     QCOMPARE(closeLog(log), QString());
     QCOMPARE(m_root->bytes(trialLog), QByteArray("a;1\na;3\n"));
+}
+
+void tst_resultFiles::aLogThatIsDeletedIsToldAndGoesOn_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("newHeader");
+    QTest::newRow("trials") << QString(trialLog) << header();
+    QTest::newRow("timing") << QStringLiteral("Results/timing.csv") << rows::timingHeader();
+}
+
+void tst_resultFiles::aLogThatIsDeletedIsToldAndGoesOn()
+{
+    QFETCH(const QString, path);
+    QFETCH(const QByteArray, newHeader);
+    QFile log;
+    QCOMPARE(path == trialLog ? openTrialLog(log) : openTimingLog(log), QString());
+    QCOMPARE(appendRow(log, "a;1\n"), QString());
+    QVERIFY(QFile::remove(m_root->path(path)));
+    QCOMPARE(appendRow(log, "a;2\n"), QStringLiteral("No such file or directory"));
+    QCOMPARE(appendRow(log, "a;3\n"), QString());
+    QCOMPARE(closeLog(log), QString());
+    QCOMPARE(m_root->bytes(path), newHeader + "a;2\na;3\n");
+}
+
+void tst_resultFiles::aLogWhoseFolderIsMovedAwayKeepsItsRows()
+{
+    m_root->write(trialLog, header());
+    QFile log;
+    QCOMPARE(openTrialLog(log), QString());
+    QVERIFY(QDir().rename(m_root->path(QStringLiteral("Results")),
+                          m_root->path(QStringLiteral("away"))));
+    const QString missing = QStringLiteral("No such file or directory");
+    QCOMPARE(appendRow(log, "a;1\n"), missing);
+    QCOMPARE(appendRow(log, "a;2\n"), missing);
+    QCOMPARE(closeLog(log), missing);
+    QCOMPARE(m_root->bytes(QStringLiteral("away/output.csv")), header() + "a;1\na;2\n");
+}
+
+void tst_resultFiles::aLogThatIsReplacedIsToldAndGoesOn()
+{
+    m_root->write(trialLog, header());
+    QFile log;
+    QCOMPARE(openTrialLog(log), QString());
+    const QString other = m_root->path(QStringLiteral("Results/edited.csv"));
+    m_root->write(QStringLiteral("Results/edited.csv"), header() + "by hand");
+    QVERIFY(QFile::remove(m_root->path(trialLog)) && QFile::rename(other, m_root->path(trialLog)));
+    QVERIFY(!appendRow(log, "a;1\n").isEmpty());
+    QCOMPARE(appendRow(log, "a;2\n"), QString());
+    QCOMPARE(closeLog(log), QString());
+    QCOMPARE(m_root->bytes(trialLog), header() + "by hand\na;1\na;2\n");
+}
+
+void tst_resultFiles::aLogThatIsLostBehindItsLastRowIsTold()
+{
+    QFile log;
+    QCOMPARE(openTrialLog(log), QString());
+    QCOMPARE(appendRow(log, "a;1\n"), QString());
+    QVERIFY(QFile::remove(m_root->path(trialLog)));
+    QCOMPARE(closeLog(log), QStringLiteral("No such file or directory"));
 }
 
 void tst_resultFiles::aClosedTrialLogHoldsItsRows()

@@ -109,6 +109,50 @@ private Q_SLOTS:
         QVERIFY(patientsList::find(QString()).isEmpty());
     }
 
+    void aKeyFindsOnlyTheLineWhoseFieldsMakeIt_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QString>("sought");
+        QTest::addColumn<bool>("found");
+
+        QTest::newRow("the same") << anna << annasKey << true;
+        QTest::newRow("blanks within the fields")
+            << QByteArray("Mr.;van der;Berg Jan;02.03.1950\r\n")
+            << u"van der Berg Jan 02.03.1950"_qs << true;
+        QTest::newRow("a longer date")
+            << QByteArray("Mrs.;Muster;Anna;02.03.19501;0\r\n") << annasKey << false;
+        QTest::newRow("a field too many")
+            << QByteArray("Mrs.;Muster;;Anna;02.03.1950\r\n") << annasKey << false;
+        QTest::newRow("a field too few")
+            << QByteArray("Mrs.;Muster Anna;02.03.1950;0\r\n") << annasKey << false;
+        QTest::newRow("a short line") << QByteArray("Mr.;Short\r\n") << u"Short  "_qs << true;
+        QTest::newRow("a line without a separator")
+            << QByteArray("Mr. and Mrs.\r\n") << u"  "_qs << true;
+        QTest::newRow("a blank for a name") << QByteArray("; ; ;\r\n") << u"    "_qs << true;
+        QTest::newRow("other letters") << u"Mr.;Şahin;Łukasz;01.01.1950\r\n"_qs.toUtf8()
+                                       << u"Şahin Łukasz 01.01.1950"_qs << true;
+        QTest::newRow("no UTF-8") << QByteArray("Mr.;M\xFCller;Jan;01.01.1950;0\r\n")
+                                  << u"Müller Jan 01.01.1950"_qs << true;
+        QTest::newRow("no UTF-8 behind the names")
+            << QByteArray("Mr.;Berg;Jan;01.01.1950;\xFC\r\n") << u"Berg Jan 01.01.1950"_qs << true;
+        QTest::newRow("half a character")
+            << QByteArray("Mr.;\xEF\xBF\xBD;Jan;01.01.1950\r\n")
+            << QString(QChar(0xD800)) + u" Jan 01.01.1950"_qs << false;
+        QTest::newRow("a byte-order mark") << "\xEF\xBB\xBF" + anna << annasKey << true;
+    }
+    void aKeyFindsOnlyTheLineWhoseFieldsMakeIt()
+    {
+        QFETCH(const QByteArray, line);
+        QFETCH(const QString, sought);
+        QFETCH(const bool, found);
+        const DataRoot root;
+        root.write(listFile, bruno + line + clara);
+        QCOMPARE(!patientsList::find(sought).isEmpty(), found);
+        QCOMPARE(patientsList::rewritePatientLine(sought, {{patientsList::SessionT1, 77}}),
+                 QString());
+        QCOMPARE(root.bytes(listFile).contains(";77"), found);
+    }
+
     void ofTwoLinesWithOneKeyTheFirstIsFound()
     {
         const DataRoot root;

@@ -107,6 +107,18 @@ private Q_SLOTS:
                  list + "Mrs.;Castel;Clara;30.06.1961;0;0;0;0;0;0;0;0;0;0\r\n");
     }
 
+    void aRegistrationDoesNotWriteIntoTheListThatStands()
+    {
+        const DataRoot root;
+        root.write(listFile, list);
+        QFile former(root.path(listFile));
+        QVERIFY(former.open(QIODevice::ReadOnly));
+        QCOMPARE(append(), QString());
+        QCOMPARE(former.readAll(), list); // a kill in the middle of the write leaves this one
+        QCOMPARE(root.bytes(listFile),
+                 list + "Mrs.;Castel;Clara;30.06.1961;0;0;0;0;0;0;0;0;0;0\r\n");
+    }
+
     void whenTheDiskIsFullThePatientBeforeAnEmptyLineIsNotRegistered()
     {
         const DataRoot root;

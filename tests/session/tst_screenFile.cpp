@@ -9,6 +9,9 @@ namespace {
 
 const QString screenPix = u"Parameters/screen.pix"_qs;
 
+/// Can be opened, but its first bytes can't be read: nothing lies at this address of the process.
+const QString unreadable = u"/proc/self/mem"_qs;
+
 /// 270, 320, 120 Hz
 const QByteArray calibrated = "\0\0\1\x0e\0\0\1\x40\0\0\0\1"_qba;
 
@@ -65,11 +68,11 @@ private Q_SLOTS:
     {
         const DataRoot root;
         setStore(1, 2, 3);
-        QVERIFY(!screenFile::canBeRead());
+        QVERIFY(!screenFile::exists());
         QVERIFY(!screenFile::read().isEmpty());
         QCOMPARE(store(), QList<int>({1, 2, 3}));
         root.write(screenPix, {});
-        QVERIFY(screenFile::canBeRead());
+        QVERIFY(screenFile::exists());
     }
 
     void aFolderInItsPlaceIsTold()
@@ -77,9 +80,19 @@ private Q_SLOTS:
         const DataRoot root;
         root.block(screenPix);
         setStore(1, 2, 3);
-        QVERIFY(!screenFile::canBeRead());
+        QVERIFY(!screenFile::exists());
         QVERIFY(!screenFile::read().isEmpty());
         QVERIFY(!screenFile::write().isEmpty());
+        QCOMPARE(store(), QList<int>({1, 2, 3}));
+    }
+
+    void anErrorOfTheDiskLeavesTheStore()
+    {
+        const DataRoot root;
+        QVERIFY(QFile::link(unreadable, root.path(screenPix)));
+        setStore(1, 2, 3);
+        QVERIFY(screenFile::exists());
+        QCOMPARE(screenFile::read(), u"Input/output error"_qs);
         QCOMPARE(store(), QList<int>({1, 2, 3}));
     }
 

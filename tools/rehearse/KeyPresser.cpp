@@ -5,6 +5,10 @@
 #include "TaskTimer.h"
 #include "hands.h"
 
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcRehearse, "kelmoran.rehearse", QtCriticalMsg)
+
 namespace {
 void pressFor(KeyScript::Action action)
 {
@@ -44,8 +48,10 @@ void KeyPresser::beginBlock()
 
 void KeyPresser::enter(int stage)
 {
-    if (stage == 1)
+    if (stage == 1) {
         ++m_trial;
+        qCDebug(lcRehearse, "trial %d", m_trial);
+    }
     const int trial = stage == 0 ? m_trial + 1 : m_trial; // the wait is that for the next one
     for (qsizetype i = 0; i < m_script.lines.size(); ++i) {
         const KeyScript::Line &line = m_script.lines.at(i);
