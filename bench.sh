@@ -1,10 +1,10 @@
 #!/bin/bash
 # Measures the program on this machine; nothing here passes or fails.
 #
-#   ./bench.sh [pieces|start|rehearsal|exposures|drift|crosses|observers|refreshes|all]
+#   ./bench.sh [pieces|start|rehearsal|exposures|drift|crosses|observers|refreshes|years|all]
 #   ./bench.sh timing [idle|one-core|both-cores|disk] [--short]
 #
-#   pieces      the statistics, a draw, a row, the paint of each stimulus, the patient list
+#   pieces      the statistics, a draw, a row, the paint of each stimulus
 #   start       from the start to the main window, and the memory that it then takes
 #   rehearsal   one rehearsed attention test of 96 valid trials, wall time and instructions, and one
 #               visual recognition and one memory test, wall time
@@ -17,7 +17,9 @@
 #   observers   the staircase of the visual perception task against simulated observers: a table and
 #               its picture in build/observers
 #   refreshes   what becomes of an exposure on a simulated screen of 60 or 120 Hz
-#   all         all eight (the default)
+#   years       what each step costs with up to 100,000 patients and 1,000,000 rows: wall time and
+#               instructions (six minutes)
+#   all         all nine (the default)
 #   timing      whole tests in real time on a virtual screen, stamped from outside by a witness that
 #               also gives the answers, beside a process that only waits; renews docs/timing.md. Ten
 #               minutes a condition, all four of them if none is named; --short shows in a minute
@@ -27,13 +29,13 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 what=${1:-all}
 case $what in
-pieces | start | rehearsal | exposures | drift | crosses | observers | refreshes | all) ;;
+pieces | start | rehearsal | exposures | drift | crosses | observers | refreshes | years | all) ;;
 timing) shift ;;
 -h | --help)
-    sed -n '2,24s/^# \{0,1\}//p' "$0"
+    sed -n '2,26s/^# \{0,1\}//p' "$0"
     exit 0
     ;;
-*) die "unknown part $what (pieces, start, rehearsal, exposures, drift, crosses, observers, refreshes, timing, all)" ;;
+*) die "unknown part $what (pieces, start, rehearsal, exposures, drift, crosses, observers, refreshes, years, timing, all)" ;;
 esac
 
 build=$project_dir/build/bench
@@ -99,7 +101,7 @@ measure_start()
     local patients run began shown pid root
     say "start to the main window shown, and its memory"
     open_screen
-    for patients in 0 10000; do
+    for patients in 0 10000 100000; do
         root=$scratch/start-$patients
         make_root "$root" "$patients"
         for run in 1 2 3 4 5; do
@@ -197,6 +199,32 @@ measure_refreshes()
     "$build/tools/bench/kelmoran-refreshes"
 }
 
+# The instructions of each step, a line each, from the dumps of callgrind: years_counts DUMP
+years_counts()
+{
+    local dump
+    for dump in $(ls -v "$1".*); do
+        awk '/^desc: Trigger: Client Request: / { sub(/^desc: Trigger: Client Request: /, ""); name = $0 }
+            /^totals:/ && name != "" { print name ";" $2 }' "$dump"
+    done
+}
+
+measure_years()
+{
+    local size bench=$build/tools/bench/kelmoran-years counts=$scratch/years
+    for size in '100 0' '1000 0' '10000 0' '100000 0' '100 10000' '100 100000' '100 1000000' \
+        '100000 1000000'; do
+        say "after years: ${size% *} patients, ${size#* } rows"
+        QT_QPA_PLATFORM=offscreen "$bench" $size 2>/dev/null >"$scratch/times"
+        # The order in a hash table is part of the count.
+        QT_QPA_PLATFORM=offscreen QT_HASH_SEED=0 valgrind -q --tool=callgrind \
+            --callgrind-out-file="$counts" "$bench" $size 2>/dev/null
+        join -t ';' --nocheck-order "$scratch/times" <(years_counts "$counts") \
+            | awk -F ';' '{ printf "%-18s %9.2f ms %9.2f million instructions\n", $1, $2, $3 / 1e6 }'
+        rm -f "$counts"*
+    done
+}
+
 measure_timing()
 {
     /usr/bin/python3 -B "$project_dir/tools/timing/timing.py" --build "$build" "$@"
@@ -209,8 +237,8 @@ mkdir -p "$build"
 build_project "$build" "$build/build.log" -DCMAKE_BUILD_TYPE=Release -DKELMORAN_BENCH=ON \
     -DBUILD_TESTING=OFF -- \
     kelmoran kelmoran-rehearse kelmoran-observers kelmoran-witness kelmoran_words \
-    kelmoran-bench kelmoran-exposures kelmoran-drift kelmoran-crosses kelmoran-bare-timer \
-    kelmoran-refreshes \
+    kelmoran-bench kelmoran-exposures kelmoran-drift kelmoran-crosses kelmoran-bare-timer kelmoran-refreshes \
+    kelmoran-years \
     || die "the build failed, see $build/build.log"
 
 if [ "$what" = timing ]; then
@@ -225,3 +253,4 @@ fi
 ! wanted crosses || measure_crosses
 ! wanted observers || measure_observers
 ! wanted refreshes || measure_refreshes
+! wanted years || measure_years

@@ -99,10 +99,14 @@ private:
     void showAssessor();
     void readSessionsBack();
 
+    void comeBack();
+    void tellSmallScreen();
+
     // The patients (KelmoranPatients.cpp).
     bool registerPatient();
     void refuseRegistration(const QString &error);
     void addPatient(const QString &key);
+    int placeInBox(const QString &key) const;
     void enableTests();
     void takePatient(const QStringList &fields);
     std::array<QLineEdit *, 7> sessionFields() const;
@@ -122,6 +126,7 @@ private:
     /// A window of its own, as the reports are.
     std::unique_ptr<WebViewer> m_webViewer;
     Preferences *m_preferences;
+    bool m_screenGone = false; ///< since the last beat
 
     // The patient that stands in the store, to be put back when a registration fails.
     QString m_gender;

@@ -6,6 +6,7 @@
 #include "parsed.h"
 #include "patientsList.h"
 
+#include <QListView>
 #include <QLoggingCategory>
 
 // The patients of the main window: the combo box, a registration, the choice of a patient.
@@ -14,15 +15,20 @@ Q_LOGGING_CATEGORY(lcPatients, "kelmoran.patients", QtCriticalMsg)
 
 void Kelmoran::fillPatients()
 {
+    // Without this the box measures every patient each time that it opens.
+    if (auto *items = qobject_cast<QListView *>(m_ui.cob_patientName->view()))
+        items->setUniformItemSizes(true);
     patientsList::createIfMissing();
+    QStringList keys;
     if (const auto patients = patientsList::read()) {
         for (const QStringList &fields : *patients) {
             qCDebug(lcPatients, "name %s", qPrintable(fields.join(u';')));
-            m_ui.cob_patientName->addItem(patientsList::key(fields));
+            keys.append(patientsList::key(fields));
         }
     }
+    keys.sort();
+    m_ui.cob_patientName->addItems(keys); // at once: each by itself would be told to the box
     m_ui.cob_patientName->setCurrentIndex(-1);
-    m_ui.cob_patientName->model()->sort(0, Qt::AscendingOrder);
     qCDebug(lcPatients, "number %6d", m_ui.cob_patientName->count());
 }
 
@@ -63,10 +69,25 @@ void Kelmoran::refuseRegistration(const QString &error)
 void Kelmoran::addPatient(const QString &key)
 {
     QComboBox *box = m_ui.cob_patientName;
-    box->addItem(key);
+    const int place = placeInBox(key);
+    box->insertItem(place, key);
     qCDebug(lcPatients, "number %6d", box->count());
-    box->setCurrentIndex(box->count() - 1);
-    box->model()->sort(0, Qt::AscendingOrder); // the current item goes along
+    box->setCurrentIndex(place);
+}
+
+/// Where a patient belongs in the sorted box: behind those of the same key.
+int Kelmoran::placeInBox(const QString &key) const
+{
+    int from = 0;
+    int to = m_ui.cob_patientName->count();
+    while (from < to) {
+        const int middle = from + (to - from) / 2;
+        if (m_ui.cob_patientName->itemText(middle) <= key)
+            from = middle + 1;
+        else
+            to = middle;
+    }
+    return from;
 }
 
 void Kelmoran::toCob_patientName(int index)

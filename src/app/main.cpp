@@ -9,8 +9,18 @@
 #include <QLockFile>
 #include <QTranslator>
 
+#include <malloc.h>
+
+namespace {
+/// Blocks of so many bytes go back to the system when they are let go. It begins with this bound,
+/// but would raise it with the first picture of a report; left in the heap, the next ones would
+/// break it up, which then grows all day.
+constexpr int largeBlock = 128 * 1024;
+} // namespace
+
 int main(int argc, char *argv[])
 {
+    mallopt(M_MMAP_THRESHOLD, largeBlock);
     startup::prepareEnvironment();
     QCoreApplication::setAttribute(
         Qt::AA_ShareOpenGLContexts); // the report's view wants it so early

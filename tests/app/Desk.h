@@ -3,14 +3,17 @@
 #include "Calibration.h"
 #include "DataRoot.h"
 #include "Kelmoran.h"
+#include "Result.h"
 #include "Test2.h"
 #include "VirtualTime.h"
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 
 #include <memory>
@@ -89,6 +92,26 @@ public:
     {
         QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
     }
+    /// An attention test of one trial, to its end, with a report that is not printed.
+    void playTest()
+    {
+        test2()->result().setPrinting(false);
+        find<QCheckBox>(QStringLiteral("cb_withInstruction"))->setChecked(false);
+        find<QCheckBox>(QStringLiteral("cb_withTraining"))->setChecked(false);
+        find<QCheckBox>(QStringLiteral("cb_parameters"))->setChecked(true);
+        click(QStringLiteral("pb_test2"));
+        auto *number = test2()->findChild<QLineEdit *>(QStringLiteral("le_number"));
+        number->setText(QStringLiteral("1"));
+        QTest::keyClick(number, Qt::Key_Return);
+        clickInTest(QStringLiteral("pb_go"));
+        QVERIFY(reachTarget());
+        time.advance(300);
+        QTest::keyClick(test2(), Qt::Key_Space);
+        time.advance(600);
+        QVERIFY(test2()->findChild<QPushButton *>(QStringLiteral("pb_mainMenu"))->isVisible());
+        clickInTest(QStringLiteral("pb_mainMenu"));
+        QVERIFY(!test2()->isRunning());
+    }
     /// What the registration dialog leaves when it closes.
     static void leaveNewPatient(const QString &lastName, const QString &firstName)
     {
@@ -127,5 +150,18 @@ public:
     Boxes boxes;
 
 private:
+    bool reachTarget()
+    {
+        constexpr int target = 4;
+        constexpr int patience = 20'000; // ms of virtual time
+        for (int ms = 0; ms < patience && test2()->stage() != target; ++ms)
+            time.advance(1);
+        return test2()->stage() == target;
+    }
+    void clickInTest(const QString &button) const
+    {
+        QTest::mouseClick(test2()->findChild<QPushButton *>(button), Qt::LeftButton);
+    }
+
     std::unique_ptr<Kelmoran> m_window;
 };

@@ -1,9 +1,7 @@
 #include "Desk.h"
 #include "NewPatient.h"
-#include "Result.h"
 #include "patientsList.h"
 
-#include <QCheckBox>
 #include <QDateEdit>
 #include <QPushButton>
 
@@ -51,37 +49,6 @@ void startAnew(Desk &desk)
     sessionStore() = SessionStore();
     desk.open();
     desk.time.advance(500);
-    desk.test2()->result().setPrinting(false);
-}
-
-bool reach(Desk &desk, int stage)
-{
-    constexpr int patience = 20'000; // ms of virtual time
-    for (int ms = 0; ms < patience && desk.test2()->stage() != stage; ++ms)
-        desk.time.advance(1);
-    return desk.test2()->stage() == stage;
-}
-
-/// An attention test of one trial, to its end.
-void playTest(Desk &desk)
-{
-    desk.find<QCheckBox>(QStringLiteral("cb_withInstruction"))->setChecked(false);
-    desk.find<QCheckBox>(QStringLiteral("cb_withTraining"))->setChecked(false);
-    desk.find<QCheckBox>(QStringLiteral("cb_parameters"))->setChecked(true);
-    desk.click(QStringLiteral("pb_test2"));
-    Test2 *task = desk.test2();
-    auto *number = task->findChild<QLineEdit *>(QStringLiteral("le_number"));
-    number->setText(QStringLiteral("1"));
-    QTest::keyClick(number, Qt::Key_Return);
-    QTest::mouseClick(task->findChild<QPushButton *>(QStringLiteral("pb_go")), Qt::LeftButton);
-    QVERIFY(reach(desk, 4));
-    desk.time.advance(300);
-    QTest::keyClick(task, Qt::Key_Space);
-    desk.time.advance(600);
-    auto *mainMenu = task->findChild<QPushButton *>(QStringLiteral("pb_mainMenu"));
-    QVERIFY(mainMenu->isVisible());
-    QTest::mouseClick(mainMenu, Qt::LeftButton);
-    QVERIFY(!task->isRunning());
 }
 
 QStringList entries(const Desk &desk, const QString &folder)
@@ -101,7 +68,7 @@ void spendADay(Desk &desk, const QString &lastName, const QString &firstName)
     QCOMPARE(sessionStore().firstName, firstName);
     QCOMPARE(sessionStore().dob, QDate(1950, 3, 2));
 
-    playTest(desk);
+    desk.playTest();
     QCOMPARE(patientsList::find(key).value(patientsList::SessionT1 + 1), QStringLiteral("1"));
     QCOMPARE(patientsList::read()->size(), 1);
 

@@ -1,5 +1,4 @@
-// What the program's pieces cost: the statistics, a draw, a row, the paint of each stimulus, and
-// how the patient list and the start grow with the number of patients.
+// What the program's pieces cost: the statistics, a draw, a row, the paint of each stimulus.
 
 #include "AttentionScores.h"
 #include "DrawArrow.h"
@@ -17,25 +16,14 @@
 #include "DrawRoundedRectangle.h"
 #include "DrawTriangleLeft.h"
 #include "DrawTriangleRight.h"
-#include "Kelmoran.h"
-#include "SessionStore.h"
-#include "VirtualTime.h"
-#include "dataFolders.h"
-#include "patientsList.h"
 #include "randomness.h"
 #include "rows.h"
 #include "statistics.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QImage>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <array>
-#include <cmath>
 
 namespace {
 
@@ -106,57 +94,6 @@ BENCHMARK(paint<DrawArrow>)->Arg(100);
 BENCHMARK(paint<DrawArrowPeriph>)->Arg(100);
 BENCHMARK(paint<DrawTriangleLeft>)->Arg(80);
 BENCHMARK(paint<DrawTriangleRight>)->Arg(80);
-
-/// A data root with this many patients, its bin/ being the working directory.
-class Root
-{
-public:
-    explicit Root(long patients)
-    {
-        QDir(m_folder.path()).mkdir(QStringLiteral("bin"));
-        QDir::setCurrent(m_folder.filePath(QStringLiteral("bin")));
-        dataFolders::create();
-        QFile list(QStringLiteral("../Parameters/patients_list.txt"));
-        if (!list.open(QIODevice::WriteOnly))
-            qFatal("no list can be written");
-        for (long i = 0; i < patients; ++i)
-            list.write(QStringLiteral("Mrs.;Doe%1;Jane;01.02.1950;0;0;0;0;0;0;0;0;0;0\r\n")
-                           .arg(i)
-                           .toUtf8());
-    }
-    ~Root() { QDir::setCurrent(QDir::tempPath()); }
-    Root(const Root &) = delete;
-    Root &operator=(const Root &) = delete;
-
-private:
-    QTemporaryDir m_folder;
-};
-
-void rewritePatientLine(benchmark::State &state)
-{
-    const Root root(state.range(0));
-    const QString last = QStringLiteral("Doe%1 Jane 01.02.1950").arg(state.range(0) - 1);
-    int session = 0;
-    for (auto _ : state) {
-        const QString error =
-            patientsList::rewritePatientLine(last, {{patientsList::SessionT1 + 1, ++session}});
-        if (!error.isEmpty())
-            state.SkipWithError(qPrintable(error));
-    }
-}
-BENCHMARK(rewritePatientLine)->Arg(10)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
-
-void mainWindow(benchmark::State &state)
-{
-    const Root root(state.range(0));
-    const VirtualTime time(VirtualTime::Mode::Stepped); // no calibration opens by itself
-    for (auto _ : state) {
-        Kelmoran window;
-        window.show();
-        QCoreApplication::processEvents();
-    }
-}
-BENCHMARK(mainWindow)->Arg(10)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
