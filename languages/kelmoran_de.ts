@@ -109,6 +109,10 @@
         <source>ERROR</source>
         <translation>FEHLER</translation>
     </message>
+    <message>
+        <source>This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. A length measured here would be wrong. Choose a higher resolution or a smaller scaling of the desktop, and calibrate again.</source>
+        <translation>Dieser Bildschirm ist zu klein: Er hat %1 mal %2 Pixel, die Linien brauchen %3 mal %4. Eine hier gemessene Länge wäre falsch. Wählen Sie eine höhere Auflösung oder eine kleinere Skalierung der Anzeige, und kalibrieren Sie dann noch einmal.</translation>
+    </message>
 </context>
 <context>
     <name>CalibrationClass</name>
@@ -156,6 +160,10 @@ Länge der Linie in mm eingeben:</translation>
     <message>
         <source>Unable to open the file...</source>
         <translation>Die Datei kann nicht geöffnet werden ...</translation>
+    </message>
+    <message>
+        <source>This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut off.</source>
+        <translation>Dieser Bildschirm hat %1 mal %2 Pixel. Die Tests brauchen %3 mal %4: Teile sind abgeschnitten.</translation>
     </message>
 </context>
 <context>

@@ -109,6 +109,10 @@
         <source>ERROR</source>
         <translation>ERROR</translation>
     </message>
+    <message>
+        <source>This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. A length measured here would be wrong. Choose a higher resolution or a smaller scaling of the desktop, and calibrate again.</source>
+        <translation>This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. A length measured here would be wrong. Choose a higher resolution or a smaller scaling of the desktop, and calibrate again.</translation>
+    </message>
 </context>
 <context>
     <name>CalibrationClass</name>
@@ -156,6 +160,10 @@ Enter the value of the line in mm :</translation>
     <message>
         <source>Unable to open the file...</source>
         <translation>Unable to open the file...</translation>
+    </message>
+    <message>
+        <source>This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut off.</source>
+        <translation>This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut off.</translation>
     </message>
 </context>
 <context>

@@ -109,6 +109,10 @@
         <source>ERROR</source>
         <translation>ERROR</translation>
     </message>
+    <message>
+        <source>This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. A length measured here would be wrong. Choose a higher resolution or a smaller scaling of the desktop, and calibrate again.</source>
+        <translation>Esta pantalla es demasiado pequeña: tiene %1 por %2 píxeles, y las líneas necesitan %3 por %4. Una longitud medida aquí sería errónea. Elija una resolución más alta o una escala menor de la pantalla y repita la calibración.</translation>
+    </message>
 </context>
 <context>
     <name>CalibrationClass</name>
@@ -156,6 +160,10 @@ Longitud de la línea en mm:</translation>
     <message>
         <source>Unable to open the file...</source>
         <translation>No se puede abrir el archivo...</translation>
+    </message>
+    <message>
+        <source>This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut off.</source>
+        <translation>Esta pantalla tiene %1 por %2 píxeles. Las pruebas necesitan %3 por %4: hay partes cortadas.</translation>
     </message>
 </context>
 <context>

@@ -109,6 +109,10 @@
         <source>ERROR</source>
         <translation>ERREUR</translation>
     </message>
+    <message>
+        <source>This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. A length measured here would be wrong. Choose a higher resolution or a smaller scaling of the desktop, and calibrate again.</source>
+        <translation>Cet écran est trop petit&#xa0;: il a %1 sur %2 pixels, et les lignes en demandent %3 sur %4. Une longueur mesurée ici serait fausse. Choisissez une résolution plus haute ou une échelle plus petite de l’affichage, puis refaites le calibrage.</translation>
+    </message>
 </context>
 <context>
     <name>CalibrationClass</name>
@@ -156,6 +160,10 @@ Longueur de la ligne en mm&#xa0;:</translation>
     <message>
         <source>Unable to open the file...</source>
         <translation>Impossible d’ouvrir le fichier…</translation>
+    </message>
+    <message>
+        <source>This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut off.</source>
+        <translation>Cet écran a %1 sur %2 pixels. Les tests en demandent %3 sur %4&#xa0;: des parties sont coupées.</translation>
     </message>
 </context>
 <context>

@@ -109,6 +109,10 @@
         <source>ERROR</source>
         <translation>ERRORE</translation>
     </message>
+    <message>
+        <source>This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. A length measured here would be wrong. Choose a higher resolution or a smaller scaling of the desktop, and calibrate again.</source>
+        <translation>Questo schermo è troppo piccolo: ha %1 per %2 pixel, e le linee ne richiedono %3 per %4. Una lunghezza misurata qui sarebbe sbagliata. Scelga una risoluzione più alta o un ingrandimento minore dello schermo, poi ripeta la calibrazione.</translation>
+    </message>
 </context>
 <context>
     <name>CalibrationClass</name>
@@ -156,6 +160,10 @@ Lunghezza della linea in mm:</translation>
     <message>
         <source>Unable to open the file...</source>
         <translation>Impossibile aprire il file...</translation>
+    </message>
+    <message>
+        <source>This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut off.</source>
+        <translation>Questo schermo ha %1 per %2 pixel. I test ne richiedono %3 per %4: alcune parti sono tagliate.</translation>
     </message>
 </context>
 <context>

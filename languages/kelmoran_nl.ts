@@ -109,6 +109,10 @@
         <source>ERROR</source>
         <translation>FOUT</translation>
     </message>
+    <message>
+        <source>This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. A length measured here would be wrong. Choose a higher resolution or a smaller scaling of the desktop, and calibrate again.</source>
+        <translation>Dit scherm is te klein: het heeft %1 bij %2 pixels, en de lijnen hebben %3 bij %4 nodig. Een hier gemeten lengte zou onjuist zijn. Kies een hogere resolutie of een kleinere schaal van de weergave en kalibreer opnieuw.</translation>
+    </message>
 </context>
 <context>
     <name>CalibrationClass</name>
@@ -156,6 +160,10 @@ Voer de lengte van de lijn in mm in:</translation>
     <message>
         <source>Unable to open the file...</source>
         <translation>Het bestand kan niet worden geopend...</translation>
+    </message>
+    <message>
+        <source>This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut off.</source>
+        <translation>Dit scherm heeft %1 bij %2 pixels. De tests hebben %3 bij %4 nodig: delen zijn afgesneden.</translation>
     </message>
 </context>
 <context>

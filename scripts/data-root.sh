@@ -40,6 +40,7 @@ home_root()
 # file run into one another.
 place_of()
 {
+    local LC_ALL=C # in a Turkish session the capital of i is another letter
     case $2 in
     en | fr) printf '%s/Languages/%s/' "$1" "${2^}" ;;
     *) printf '%s/Languages/%s' "$1" "${2^}" ;;

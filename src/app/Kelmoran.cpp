@@ -19,10 +19,14 @@
 #include "resources.h"
 #include "resultFiles.h"
 #include "screenFile.h"
+#include "screens.h"
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QMenu>
+#include <QScreen>
+
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcKelmoran, "kelmoran.app", QtCriticalMsg)
 
@@ -104,6 +108,7 @@ void Kelmoran::connectControls()
     // to the disk, the process lives on without beating.
     connect(qGuiApp, &QGuiApplication::lastWindowClosed, m_timer1, &TaskTimer::stop);
     connect(qGuiApp, &QGuiApplication::lastWindowClosed, m_timerCal, &TaskTimer::stop);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this] { m_screenGone = true; });
 }
 
 /// Ctrl and a digit for each test button, and a name for its session field, which has no label of
@@ -157,19 +162,17 @@ void Kelmoran::raiseAllFonts()
 void Kelmoran::to_timerCal()
 {
     m_timerCal->stop();
-    const bool found = screenFile::canBeRead();
-    if (found)
-        m_calibration->goReadParam();
-    if (!found || m_calibration->isHorzPitch() == 0) {
+    // A file that can't be read now may hold a calibration: it is told, and left as it is.
+    QString error = screenFile::exists() ? screenFile::read() : QString();
+    if (error.isEmpty() && m_calibration->isHorzPitch() == 0) {
         // Never calibrated. The calibration reads the file before it writes it.
-        const QString error = screenFile::write();
+        error = screenFile::write();
         if (error.isEmpty())
             m_calibration->goCalibration();
-        else
-            messages::warning(
-                this, tr("Error"),
-                tr("Failed to open %1\n%2").arg(QLatin1String(screenFile::name), error));
     }
+    if (!error.isEmpty())
+        messages::warning(this, tr("Error"),
+                          tr("Failed to open %1\n%2").arg(QLatin1String(screenFile::name), error));
     m_ui.actionPreferences->setEnabled(true);
     m_ui.actionAdd_patient->setEnabled(true);
     m_ui.actionAssessor->setEnabled(true);
@@ -190,6 +193,35 @@ void Kelmoran::to_timer1()
         m_calibration->setPitchError(false);
         m_calibration->goCalibration();
     }
+    comeBack();
+    tellSmallScreen();
+}
+
+/// From a screen that was unplugged: a window manager may leave no more of the window than an edge.
+void Kelmoran::comeBack()
+{
+    if (!std::exchange(m_screenGone, false))
+        return;
+    const QRect free = screen()->availableGeometry();
+    if (!free.contains(frameGeometry()))
+        move(free.center() - rect().center());
+}
+
+/// On the line at the foot of the window, in front of a test: a screen can be changed, scaled or
+/// unplugged at any time, and the window be moved to another one.
+void Kelmoran::tellSmallScreen()
+{
+    const QSize has = screen()->size();
+    QString text;
+    if (screens::isTooSmall(has, screens::layout))
+        text = tr("This screen has %1 by %2 pixels. The tests need %3 by %4: parts of them are cut "
+                  "off.")
+                   .arg(has.width())
+                   .arg(has.height())
+                   .arg(screens::layout.width())
+                   .arg(screens::layout.height());
+    if (m_ui.statusBar->currentMessage() != text)
+        m_ui.statusBar->showMessage(text);
 }
 
 void Kelmoran::showAssessor()

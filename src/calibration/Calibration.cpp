@@ -4,9 +4,10 @@
 #include "SessionStore.h"
 #include "parsed.h"
 #include "screenFile.h"
+#include "screens.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLoggingCategory>
 #include <QScopedValueRollback>
 #include <QScreen>
@@ -23,6 +24,7 @@ namespace {
 
 constexpr int smallestPixel = 100; ///< micrometres; anything below wasn't measured in millimetres
 constexpr int verticalFactor = 2;  ///< the vertical line has 500 pixels
+constexpr QSize bothLines(1002, 502); ///< the least screen on which both are seen with their ends
 
 /// The height of a pixel in micrometres; a length beyond all numbers stays the greatest one.
 int heightOfPixel(int millimetres)
@@ -35,8 +37,14 @@ int heightOfPixel(int millimetres)
 
 Calibration::Calibration(QWidget *parent)
     : QDialog(parent)
+    , m_smallScreen(new QLabel(this))
 {
     m_ui.setupUi(this);
+    m_smallScreen->setObjectName(QStringLiteral("lbl_smallScreen"));
+    m_smallScreen->setStyleSheet(QStringLiteral("color: rgb(255, 255, 255);"));
+    m_smallScreen->setFont(m_ui.lbl_horzPitch->font());
+    m_smallScreen->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_smallScreen->setWordWrap(true);
 }
 
 void Calibration::goCalibration()
@@ -51,7 +59,7 @@ void Calibration::goCalibration()
 /// Full-screen, with the final size at once: some window managers give it only later.
 void Calibration::showOnWholeScreen()
 {
-    setGeometry(QGuiApplication::primaryScreen()->geometry());
+    setGeometry(screens::of(*this)->geometry());
     showFullScreen();
     raise();
     activateWindow();
@@ -67,6 +75,24 @@ void Calibration::place()
         edit->move(m_centerX - 220, m_centerY - 300);
     for (QFrame *frame : {m_ui.fr_vertCalibration, m_ui.fr_horzCalibration})
         frame->move(m_centerX - frame->width() / 2, m_centerY - frame->height() / 2);
+    tellSmallScreen();
+}
+
+/// A line that is cut by the edges of the screen has no ends to be measured.
+void Calibration::tellSmallScreen()
+{
+    constexpr int margin = 20;
+    m_smallScreen->setGeometry(margin, m_centerY + 2 * margin, m_centerX - 3 * margin,
+                               m_centerY - 3 * margin);
+    m_smallScreen->setText(
+        tr("This screen is too small: it has %1 by %2 pixels, and the lines need %3 by %4. "
+           "A length measured here would be wrong. Choose a higher resolution or a smaller "
+           "scaling of the desktop, and calibrate again.")
+            .arg(width())
+            .arg(height())
+            .arg(bothLines.width())
+            .arg(bothLines.height()));
+    m_smallScreen->setVisible(screens::isTooSmall(size(), bothLines));
 }
 
 void Calibration::listen()

@@ -7,6 +7,8 @@
 #include <QDialog>
 #include <QString>
 
+class QLabel;
+
 /// The measurement of the screen with a ruler, and at the same time the handle on the session
 /// store: a value that is set through one object is read through all.
 class Calibration : public QDialog
@@ -86,6 +88,7 @@ protected:
 private:
     void showOnWholeScreen();
     void place();
+    void tellSmallScreen();
     void listen();
     void startAtHorizontalLine();
     void goToVerticalLine();
@@ -93,7 +96,8 @@ private:
     void warnScreenFile(const QString &error);
 
     Ui::CalibrationClass m_ui;
-    int m_centerX = 0; ///< centre of the full-screen dialog, pixels
+    QLabel *m_smallScreen; ///< shown where a line is longer than the screen
+    int m_centerX = 0;     ///< centre of the full-screen dialog, pixels
     int m_centerY = 0;
     bool m_reading = false; ///< an entry is being read; the field may lose its focus meanwhile
 };

@@ -2,9 +2,9 @@
 
 #include "Calibration.h"
 #include "fonts.h"
+#include "screens.h"
 #include "tables.h"
 
-#include <QGuiApplication>
 #include <QScreen>
 
 Preferences::Preferences(QWidget *parent)
@@ -34,7 +34,7 @@ void Preferences::raiseAllFonts()
 void Preferences::goPreferences()
 {
     show();
-    const QRect geometry = QGuiApplication::primaryScreen()->geometry();
+    const QRect geometry = screens::of(*this)->geometry();
     m_ui.le_HorzScreenRes->setText(QStringLiteral("%1").arg(geometry.width()));
     m_ui.le_VertScreenRes->setText(QStringLiteral("%1").arg(geometry.height()));
     m_ui.le_horzPixelSize->setText(QStringLiteral("%1").arg(m_calibration->isHorzPitch()));

@@ -8,10 +8,10 @@
 #include "TimeSource.h"
 #include "parsed.h"
 #include "randomness.h"
+#include "screens.h"
 
 #include <QCoreApplication>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QLocale>
 #include <QScreen>
 
@@ -62,8 +62,10 @@ void TaskDialog::setUpFrame(const TaskWidgets &widgets, const QList<QWidget *> &
     connect(widgets.mainMenu, &QPushButton::clicked, this, &TaskDialog::toPb_mainMenu);
     connect(widgets.number, &QLineEdit::editingFinished, this, &TaskDialog::toLe_number);
 
-    for (QPushButton *button : findChildren<QPushButton *>())
+    for (QPushButton *button : findChildren<QPushButton *>()) {
         button->setAutoDefault(false); // Return in a line edit presses nothing
+        button->installEventFilter(this);
+    }
     for (QPushButton *button : {widgets.next, widgets.continueButton})
         button->setShortcut(Qt::Key_C); // last: a new text would drop it
 }
@@ -83,6 +85,7 @@ void TaskDialog::go(const Options &options)
 {
     takeScreen();
     setCursor(Qt::ArrowCursor);
+    stopTimers();
     randomness::seedFromClock();
 
     m_withInstruction = options.withInstruction;
@@ -95,6 +98,7 @@ void TaskDialog::go(const Options &options)
     m_logError.clear();
     m_timingError.clear();
     m_failures.clear();
+    m_validRows.clear();
     m_trialNo = 0;
     m_trialCount = 0;
     m_markedError = false;
@@ -105,8 +109,7 @@ void TaskDialog::go(const Options &options)
     resetRun();
     resetBlock();
 
-    m_centerX = width() / 2;
-    m_centerY = height() / 2;
+    takeCentre();
     pointAt(centre());
     placeStimuli();
     prepareStimuli();
@@ -152,7 +155,7 @@ bool TaskDialog::mayBegin()
 void TaskDialog::takeScreen()
 {
     // Full screen is granted later by the window manager: the size must be right before.
-    setGeometry(QGuiApplication::primaryScreen()->geometry());
+    setGeometry(screens::of(*this)->geometry());
     showFullScreen();
     raise();
     activateWindow();
@@ -160,7 +163,41 @@ void TaskDialog::takeScreen()
     m_refreshCounter.watch(winId());
 }
 
+void TaskDialog::takeCentre()
+{
+    m_centerX = width() / 2;
+    m_centerY = height() / 2;
+}
+
+/// Another resolution, or a screen unplugged, under a run that goes on: all goes to the new middle.
+void TaskDialog::followScreen()
+{
+    if (QPoint(width() / 2, height() / 2) == centre())
+        return;
+    takeCentre();
+    placeControls();
+    placeStimuli();
+}
+
+void TaskDialog::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    if (isRunning() && m_stage == 0) // within a trial nothing moves
+        followScreen();
+}
+
 void TaskDialog::layOutControls()
+{
+    placeControls();
+    m_lateNote->hide();
+    for (QPushButton *button : {m_widgets.results, m_widgets.mainMenu, m_widgets.go, m_widgets.next,
+                                m_widgets.continueButton})
+        button->hide();
+    m_widgets.mode->hide();
+    m_widgets.instruction->hide();
+}
+
+void TaskDialog::placeControls()
 {
     const QPoint bottomRight(m_centerX + m_layoutHalfW, m_centerY + m_layoutHalfH);
     for (QPushButton *button : {m_widgets.next, m_widgets.continueButton})
@@ -179,13 +216,6 @@ void TaskDialog::layOutControls()
     constexpr int below = 80;
     m_lateNote->setGeometry(
         centred(2 * m_layoutHalfW, m_widgets.results->height()).translated(0, below));
-    m_lateNote->hide();
-
-    for (QPushButton *button : {m_widgets.results, m_widgets.mainMenu, m_widgets.go, m_widgets.next,
-                                m_widgets.continueButton})
-        button->hide();
-    m_widgets.mode->hide();
-    m_widgets.instruction->hide();
 }
 
 void TaskDialog::showPanel(bool shown)

@@ -168,6 +168,7 @@ protected:
 
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -223,7 +224,10 @@ private:
     void clearResult();
     void warnOnLight(const QString &text);
     void takeScreen();
+    void takeCentre();
+    void followScreen();
     void layOutControls();
+    void placeControls();
     void showPanel(bool shown);
     void beginFirstPhase();
     void showGoAtCentre();

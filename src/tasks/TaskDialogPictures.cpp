@@ -9,6 +9,7 @@
 
 void TaskDialog::beginPictures()
 {
+    followScreen();
     m_refreshCounter.ask();
     m_pictures.beginTrial(m_refreshCounter.grid());
 }

@@ -79,11 +79,19 @@ private Q_SLOTS:
         QVERIFY(!send(listener, QEvent::ShortcutOverride, Qt::Key_Escape, 1100));
     }
 
+    void aPressThatTheToolkitHasMarkedStartsNoShortcutEither()
+    {
+        Listener listener;
+        QVERIFY(!send(listener, QEvent::ShortcutOverride, Qt::Key_C, 1000));
+        QVERIFY(send(listener, QEvent::ShortcutOverride, Qt::Key_C, 1500, true));
+    }
+
 private:
     /// True if somebody took the event.
-    static bool send(QWidget &widget, QEvent::Type type, Qt::Key key, quint64 timeStamp)
+    static bool send(QWidget &widget, QEvent::Type type, Qt::Key key, quint64 timeStamp,
+                     bool marked = false)
     {
-        QKeyEvent event(type, key, Qt::NoModifier);
+        QKeyEvent event(type, key, Qt::NoModifier, QString(), marked);
         event.setTimestamp(timeStamp);
         event.setAccepted(false);
         QCoreApplication::sendEvent(&widget, &event);

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void aCalibratedScreenIsReadAndNotMeasuredAgain();
     void aScreenFileOfZerosOpensTheCalibration();
     void aScreenFileThatCantBeWrittenIsTold();
+    void aScreenFileThatCantBeReadIsToldAndLeft();
     void filesThatExistAreNotTouched();
     void aDataRootInWhichNothingCanBeMadeIsNoReasonToStop();
     void theVersionReads1_1();
@@ -160,6 +161,22 @@ void tst_Kelmoran::aScreenFileThatCantBeWrittenIsTold()
     QCOMPARE(messages[0].title, QStringLiteral("Error"));
     QVERIFY(messages[0].text.startsWith(QStringLiteral("Failed to open screen.pix\n")));
     QVERIFY(!messages[0].text.endsWith(u'\n'));
+    QVERIFY(!m_desk->calibration()->isVisible());
+    QVERIFY(m_desk->isEnabled(QStringLiteral("cob_patientName")));
+}
+
+void tst_Kelmoran::aScreenFileThatCantBeReadIsToldAndLeft()
+{
+    const QString screenPix = m_desk->root.path(QStringLiteral("Parameters/screen.pix"));
+    QVERIFY(QDir().mkpath(QFileInfo(screenPix).path()));
+    // Can be opened, but its first bytes can't be read.
+    QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), screenPix));
+    m_desk->open();
+    m_desk->time.advance(500);
+    const auto messages = m_desk->boxes.take();
+    QCOMPARE(messages.size(), 1);
+    QCOMPARE(messages[0].text, QStringLiteral("Failed to open screen.pix\nInput/output error"));
+    QVERIFY(QFileInfo(screenPix).isSymLink());
     QVERIFY(!m_desk->calibration()->isVisible());
     QVERIFY(m_desk->isEnabled(QStringLiteral("cob_patientName")));
 }
