@@ -11,7 +11,8 @@ bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
         m_releasedAt = release->timestamp();
     } else if (event->type() == QEvent::ShortcutOverride) {
         // Taken here, it starts no shortcut; the press itself follows.
-        if (isRepeated(*static_cast<QKeyEvent *>(event))) {
+        const auto *press = static_cast<QKeyEvent *>(event);
+        if (press->isAutoRepeat() || isRepeated(*press)) {
             event->accept();
             return true;
         }

@@ -10,7 +10,7 @@ class QKeyEvent;
 /// about 25 times a second. The toolkit marks such presses as repeated only if both have arrived
 /// when it looks, so that every now and then, and on a quick machine mostly, a held Space would
 /// pass for an answer and a held Escape for a second one. Installed on the application, this makes
-/// every such press a repeated one.
+/// every such press a repeated one. A repeated press, however it was found out, starts no shortcut.
 class HeldKeys : public QObject
 {
     Q_OBJECT

@@ -61,6 +61,18 @@ void TaskDialog::hideGuides() {}
 
 bool TaskDialog::eventFilter(QObject *watched, QEvent *event)
 {
+    if (qobject_cast<QPushButton *>(watched)) {
+        // By itself a button clicks a tenth of a second behind its shortcut, whatever has come
+        // between, and one that is down takes Escape for itself.
+        if (event->type() == QEvent::Shortcut)
+            return clickForward();
+        if (event->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+            keyPressEvent(static_cast<QKeyEvent *>(event));
+            return true;
+        }
+        return QDialog::eventFilter(watched, event);
+    }
     // A line edit of the panel that still has the focus must not swallow an answer, nor the
     // shortcut C.
     if (event->type() == QEvent::KeyPress) {
@@ -132,6 +144,7 @@ void TaskDialog::holdTrial(Mode mode)
 {
     stopTimers();
     hideStimuli();
+    followScreen();
     placeStimuli(); // what the trial had moved goes back to its place
     showMode(mode);
     m_widgets.continueButton->show();

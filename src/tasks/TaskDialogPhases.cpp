@@ -225,6 +225,7 @@ void TaskDialog::tellLateness()
 
 void TaskDialog::endBlock()
 {
+    stopTimers(); // of a chain that ran beside the one that has come to its end
     m_stage = 0;
     m_testTime = m_testClock.elapsed();
     m_duration = msToQtime(m_testTime);
@@ -280,6 +281,7 @@ void TaskDialog::seq_escape(bool toResults)
 {
     stopTimers();
     m_stage = 0;
+    followScreen();
     if (m_phase == 0)
         closeLogs();
     m_failures += keepThresholds();

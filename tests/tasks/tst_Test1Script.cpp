@@ -562,11 +562,10 @@ void tst_Test1Script::theScriptGoesOnByTheKeyC()
     desk.go({.mode = 1, .instruction = true});
     QCoreApplication::processEvents(); // the window becomes the active one
     const auto *next = desk.widget("pb_next");
-    QSignalSpy clicked(next, &QPushButton::clicked); // the button goes down first, for a moment
+    const QSignalSpy clicked(next, &QPushButton::clicked);
     for (int press = 1; press <= 4; ++press) {
         desk.key(Qt::Key_C);
-        QVERIFY(next->isDown());
-        QVERIFY(clicked.wait());
+        QCOMPARE(clicked.size(), press); // at once
         QVERIFY(!next->isDown());
     }
     QVERIFY(desk.shownFigure() >= 0);
@@ -578,7 +577,6 @@ void tst_Test1Script::theScriptGoesOnByTheKeyC()
     QVERIFY(desk.noise->isVisible());
     desk.time.advance(100);
     desk.key(Qt::Key_C);
-    QVERIFY(clicked.wait());
     QVERIFY(!desk.task.isRunning());
     QVERIFY(sessionStore().escapeSeq);
     QCOMPARE(clicked.size(), 5);

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void anInvalidTrainingTrialIsRepeated();
     void aTrainingHasNoLimitOfTwoSeconds();
     void instructionAndTrainingTakeTurns();
+    void escapeEndsARunWhoseButtonIsDown();
     void escapeInATrainingLeavesNothing_data();
     void escapeInATrainingLeavesNothing();
     void aPauseInATrainingWritesNothing();
@@ -285,6 +286,18 @@ void tst_Test2Script::instructionAndTrainingTakeTurns()
     desk.click("pb_go");
     QVERIFY(desk.answer(300));
     QCOMPARE(desk.rows().size(), 1);
+}
+
+void tst_Test2Script::escapeEndsARunWhoseButtonIsDown()
+{
+    AttentionDesk desk;
+    desk.task.goTest2(0, true, false, false, false);
+    auto *next = desk.task.findChild<QPushButton *>(QStringLiteral("pb_next"));
+    QVERIFY(next->isVisible());
+    next->setDown(true); // as it is for a tenth of a second behind its shortcut
+    QTest::keyClick(next, Qt::Key_Escape);
+    QVERIFY(!desk.task.isRunning());
+    QVERIFY(sessionStore().escapeSeq);
 }
 
 void tst_Test2Script::escapeInATrainingLeavesNothing_data()

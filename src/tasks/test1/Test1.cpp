@@ -7,6 +7,7 @@
 #include "DrawRoundedRectangle.h"
 #include "TaskTimer.h"
 #include "TimeSource.h"
+#include "bounded.h"
 #include "exposures.h"
 #include "patientsList.h"
 
@@ -310,7 +311,7 @@ int Test1::calculateTc() const
     const int shown = m_mode == 0
                           ? std::max({exposure(Central), exposure(Peripheral), exposure(Dual)})
                           : m_state[std::size_t(m_mode - 1)].exposure;
-    return m_time01 + m_time03 + m_time04 + m_time05 + m_time06 + shown;
+    return bounded::sum({m_time01, m_time03, m_time04, m_time05, m_time06, shown});
 }
 
 int Test1::fullCycle() const

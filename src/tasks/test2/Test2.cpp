@@ -8,6 +8,7 @@
 #include "TaskTimer.h"
 #include "TimeSource.h"
 #include "attentionLayout.h"
+#include "bounded.h"
 #include "compass.h"
 #include "rows.h"
 
@@ -107,7 +108,7 @@ void Test2::writeDefaults()
 
 int Test2::fullCycle() const
 {
-    return timer01 + foreperiodSpan + timer02 + timer03 + timer04 + timer05;
+    return bounded::sum({timer01, foreperiodSpan, timer02, timer03, timer04, timer05});
 }
 
 void Test2::toLe_timer01()

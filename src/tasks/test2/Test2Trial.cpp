@@ -7,6 +7,7 @@
 #include "TaskTimer.h"
 #include "TimeSource.h"
 #include "attentionLayout.h"
+#include "bounded.h"
 #include "compass.h"
 #include "randomness.h"
 #include "rows.h"
@@ -44,7 +45,7 @@ void Test2::sequence0()
     m_markedError = false;
     m_ui.lbl_asterisk->hide();
 
-    m_firstDelay = randomness::next() % foreperiodSpan + timer01;
+    m_firstDelay = bounded::sum({randomness::next() % foreperiodSpan, timer01});
     m_ui.le_no->setText(QStringLiteral("%1").arg(m_trialNo + 1));
     paintNow();
     startInterval(m_timers[Foreperiod], m_firstDelay);
@@ -135,7 +136,7 @@ void Test2::answerTask()
             showFixation(false);
         m_timers[Limit]->stop();
     } else if (m_timers[Wait]->isActive()) { // an anticipation: the target is never shown
-        m_rt = m_cueClock.elapsedAt(inputMoment()) - timer03;
+        m_rt = bounded::sum({m_cueClock.elapsedAt(inputMoment()), -qint64(timer03)});
         m_timers[Wait]->stop();
         m_invalid = 1;
     } else {

@@ -7,6 +7,7 @@
 #include "Result.h"
 #include "TaskTimer.h"
 #include "TimeSource.h"
+#include "bounded.h"
 #include "parsed.h"
 #include "rows.h"
 
@@ -119,7 +120,7 @@ void Test3::writeDefaults()
 
 int Test3::fullCycle() const
 {
-    return timer01 + delaySpan + timer02 + timer03 + timer04 + timer05 + timer06;
+    return bounded::sum({timer01, delaySpan, timer02, timer03, timer04, timer05, timer06});
 }
 
 void Test3::toLe_timer01()

@@ -6,6 +6,7 @@
 #include "Random.h"
 #include "TaskTimer.h"
 #include "TimeSource.h"
+#include "bounded.h"
 #include "compass.h"
 #include "randomness.h"
 #include "rows.h"
@@ -38,7 +39,7 @@ void Test3::sequence0()
     showFieldAtRest(PatchField::drawn(PatchField::Condition(m_condition), ringPatch()));
     m_cross->show();
     m_arrow->hide();
-    m_firstDelay = randomness::next() % delaySpan + timer01;
+    m_firstDelay = bounded::sum({randomness::next() % delaySpan, timer01});
     m_ui.le_no->setText(QStringLiteral("%1").arg(m_trialNo + 1));
     paintNow();
     startInterval(m_timers[Wait], m_firstDelay);
