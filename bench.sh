@@ -1,25 +1,21 @@
 #!/bin/bash
 # Measures the program on this machine; nothing here passes or fails.
 #
-#   ./bench.sh [pieces|start|rehearsal|exposures|drift|crosses|observers|refreshes|years|all]
+#   ./bench.sh [pieces|start|rehearsal|drift|observers|refreshes|years|all]
 #   ./bench.sh timing [idle|one-core|both-cores|disk] [--short]
 #
 #   pieces      the statistics, a draw, a row, the paint of each stimulus
 #   start       from the start to the main window, and the memory that it then takes
 #   rehearsal   one rehearsed attention test of 96 valid trials, wall time and instructions, and one
 #               visual recognition and one memory test, wall time
-#   exposures   every exposure of the visual recognition task in real time on a virtual screen, from
-#               paint to paint, beside a process that only waits (six minutes)
 #   drift       a minute of the movement detection task's field, on a screen of 1280 by 1024 and on
 #               one of 3840 by 2160: from paint to paint, and what of a core it takes
-#   crosses     24 trials of the memory task in real time on a virtual screen, from paint to paint,
-#               beside a process that only waits (four minutes)
 #   observers   the staircase of the visual perception task against simulated observers: a table and
 #               its picture in build/observers
 #   refreshes   what becomes of an exposure on a simulated screen of 60 or 120 Hz
 #   years       what each step costs with up to 100,000 patients and 1,000,000 rows: wall time and
 #               instructions (six minutes)
-#   all         all nine (the default)
+#   all         all seven (the default)
 #   timing      whole tests in real time on a virtual screen, stamped from outside by a witness that
 #               also gives the answers, beside a process that only waits; renews docs/timing.md. Ten
 #               minutes a condition, all four of them if none is named; --short shows in a minute
@@ -29,13 +25,13 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 what=${1:-all}
 case $what in
-pieces | start | rehearsal | exposures | drift | crosses | observers | refreshes | years | all) ;;
+pieces | start | rehearsal | drift | observers | refreshes | years | all) ;;
 timing) shift ;;
 -h | --help)
-    sed -n '2,26s/^# \{0,1\}//p' "$0"
+    sed -n '2,22s/^# \{0,1\}//p' "$0"
     exit 0
     ;;
-*) die "unknown part $what (pieces, start, rehearsal, exposures, drift, crosses, observers, refreshes, years, timing, all)" ;;
+*) die "unknown part $what (pieces, start, rehearsal, drift, observers, refreshes, years, timing, all)" ;;
 esac
 
 build=$project_dir/build/bench
@@ -160,12 +156,6 @@ beside_bare_timer()
             v[int(NR * .99)], v[NR] }'
 }
 
-measure_exposures()
-{
-    say "exposures of the visual recognition task in real time, beside a process that only waits"
-    beside_bare_timer 3000 "$build/tools/bench/kelmoran-exposures" 20
-}
-
 measure_drift()
 {
     local size
@@ -176,12 +166,6 @@ measure_drift()
         beside_bare_timer 600 "$build/tools/bench/kelmoran-drift" 60
     done
     close_screen
-}
-
-measure_crosses()
-{
-    say "the crosses of the memory task in real time, beside a process that only waits"
-    beside_bare_timer 2000 "$build/tools/bench/kelmoran-crosses" 24
 }
 
 measure_observers()
@@ -237,8 +221,7 @@ mkdir -p "$build"
 build_project "$build" "$build/build.log" -DCMAKE_BUILD_TYPE=Release -DKELMORAN_BENCH=ON \
     -DBUILD_TESTING=OFF -- \
     kelmoran kelmoran-rehearse kelmoran-observers kelmoran-witness kelmoran_words \
-    kelmoran-bench kelmoran-exposures kelmoran-drift kelmoran-crosses kelmoran-bare-timer kelmoran-refreshes \
-    kelmoran-years \
+    kelmoran-bench kelmoran-drift kelmoran-bare-timer kelmoran-refreshes kelmoran-years \
     || die "the build failed, see $build/build.log"
 
 if [ "$what" = timing ]; then
@@ -248,9 +231,7 @@ fi
 ! wanted pieces || measure_pieces
 ! wanted start || measure_start
 ! wanted rehearsal || measure_rehearsal
-! wanted exposures || measure_exposures
 ! wanted drift || measure_drift
-! wanted crosses || measure_crosses
 ! wanted observers || measure_observers
 ! wanted refreshes || measure_refreshes
 ! wanted years || measure_years
