@@ -7,13 +7,13 @@
 
 namespace {
 
-const QByteArray who = ";Mrs.;Doe;Jane;01/02/1950;";
+constexpr char who[] = ";Mrs.;Doe;Jane;01/02/1950;";
 
 /// A row of the attention task.
 QByteArray trial(int rank, const QByteArray &rt, int error)
 {
-    return who + "2;1;06/01/2025;09:00:01.000;1;" + QByteArray::number(rank) + ";1;;;;;;;;;" + rt +
-           ";E;;;;;;;;" + QByteArray::number(error) + '\n';
+    return QByteArray(who) + "2;1;06/01/2025;09:00:01.000;1;" + QByteArray::number(rank) +
+           ";1;;;;;;;;;" + rt + ";E;;;;;;;;" + QByteArray::number(error) + '\n';
 }
 
 QByteArray timing()
