@@ -35,23 +35,23 @@ is_told()
     [ "$(wc -l <"$whole/told")" -eq 1 ] || fail "not one line: $(<"$whole/told")"
     [[ $(<"$whole/told") == "lay-out-root.sh: can't "* ]] || fail "$(<"$whole/told")"
     while IFS= read -r -d '' file; do
-        cmp -s "$disk/root/$file" "$whole/root/$file" || fail "$file isn't whole"
-    done < <(cd "$disk/root" && find . -type f -print0)
+        cmp -s "$disk/data/$file" "$whole/data/$file" || fail "$file isn't whole"
+    done < <(cd "$disk/data" && find . -type f -print0)
 }
 
-lay_out "$whole/root"
-needed=$(du -sk --apparent-size "$whole/root" | cut -f1)
+lay_out "$whole/data"
+needed=$(du -sk --apparent-size "$whole/data" | cut -f1)
 refused=0
 for ((room = 0; ; room += 1 + needed / 32)); do
     small_disk $((room < 4 ? 4 : room))
-    if lay_out "$disk/root"; then
+    if lay_out "$disk/data"; then
         break
     fi
     is_told
     refused=$((refused + 1))
     mount -o "remount,size=$((4 * needed))k" "$disk"
-    lay_out "$disk/root" || fail "not made up for: $(<"$whole/told")"
-    diff -r "$disk/root" "$whole/root" >"$whole/told" || fail "made up for otherwise: $(<"$whole/told")"
+    lay_out "$disk/data" || fail "not made up for: $(<"$whole/told")"
+    diff -r "$disk/data" "$whole/data" >"$whole/told" || fail "made up for otherwise: $(<"$whole/told")"
 done
 [ "$refused" -gt 8 ] || fail "refused $refused times only"
 
@@ -59,12 +59,12 @@ done
 upgraded=0
 for ((room = 0; room <= needed; room += 1 + needed / 16)); do
     small_disk $((4 * needed))
-    lay_out "$disk/root"
-    echo "of another installation" >"$disk/root/Languages/installed.txt"
+    lay_out "$disk/data"
+    echo "of another installation" >"$disk/data/Languages/installed.txt"
     used=$(df -k --output=used "$disk" | tail -n 1)
     mount -o "remount,size=$((used + room))k" "$disk"
-    if ! lay_out "$disk/root"; then
-        rm "$disk/root/Languages/installed.txt"
+    if ! lay_out "$disk/data"; then
+        rm "$disk/data/Languages/installed.txt"
         is_told
         upgraded=$((upgraded + 1))
     fi
