@@ -23,6 +23,8 @@ private Q_SLOTS:
     void aNumberBelowTheTrialsDoneEndsTheTestWithTheNextTrial_data();
     void aNumberBelowTheTrialsDoneEndsTheTestWithTheNextTrial();
     void aTestOfStruckTrialsAloneStillEnds();
+    void behindABlockThatAStrikeEndsNoClickIsAnswered_data();
+    void behindABlockThatAStrikeEndsNoClickIsAnswered();
     void anAnswerThatAPauseHasCutOffIsScoredAsItWasGiven();
     void theLengthOfATestHoldsItsPauses();
     void onlyTheTasksFieldOfThePatientChanges();
@@ -371,6 +373,39 @@ void tst_Test4End::aTestOfStruckTrialsAloneStillEnds()
     QCOMPARE(scores[AverageF], QStringLiteral("1.000000"));
     QCOMPARE(scores[ErrorRate], QStringLiteral("inf"));
     QCOMPARE(desk.rows(validRows).size(), 0);
+}
+
+void tst_Test4End::behindABlockThatAStrikeEndsNoClickIsAnswered_data()
+{
+    QTest::addColumn<bool>("training");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("training") << true << u"pb_go"_qs;
+    QTest::newRow("test") << false << u"pb_results"_qs;
+}
+
+void tst_Test4End::behindABlockThatAStrikeEndsNoClickIsAnswered()
+{
+    QFETCH(const bool, training);
+    QFETCH(const QString, shown);
+    MemoryDesk desk;
+    desk.startTest({.training = training});
+    QVERIFY(play(desk, 2));
+    QVERIFY(desk.runToQuestion().size() >= 2);
+    desk.type("le_number", QStringLiteral("1")); // the strike takes one of the two back
+    desk.key(Qt::Key_E);
+    QVERIFY(desk.shown(qPrintable(shown)));
+    const QByteArray log = bytes(desk, "Results/output.csv");
+    const QByteArray scores = bytes(desk, allScores);
+    for (int click = 0; click < 2; ++click) {
+        desk.clickAt(desk.centre() + QPoint(0, 200));
+        desk.time.advance(60'000);
+        QVERIFY(desk.nothingIsShown());
+        QCOMPARE(desk.task.stage(), 0);
+        QVERIFY(desk.shown(qPrintable(shown)));
+    }
+    QCOMPARE(bytes(desk, "Results/output.csv"), log);
+    QCOMPARE(bytes(desk, allScores), scores);
+    QCOMPARE(desk.rows(validRows).size(), training ? 0 : 2);
 }
 
 void tst_Test4End::anAnswerThatAPauseHasCutOffIsScoredAsItWasGiven()

@@ -239,6 +239,7 @@ void Test4::logTestTrial()
 void Test4::nextBlock()
 {
     m_blockOver = true;
+    m_acceptClick = false; // a strike ends a block in the middle of its questions
     endBlock();
     m_phase == 0 ? endTest() : beginTest(testTrials);
 }
