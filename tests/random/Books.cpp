@@ -408,7 +408,8 @@ QString Books::takeScores(int file, const QByteArray &line)
                                    .arg(valid)
                                    .arg(m_wanted)),
                     line);
-    if (file == 4 && (trials != valid || (!m_edited && valid > 0 && last.rank > m_wanted)))
+    // Where none is wanted, the first valid trial ends the test.
+    if (file == 4 && (trials != valid || (!m_edited && last.rank > std::max(m_wanted, 1))))
         return told(
             qPrintable(QStringLiteral("%1 valid trials, %2 wanted").arg(valid).arg(m_wanted)),
             line);
