@@ -260,6 +260,8 @@ void Kelmoran::runTest(std::size_t sessionIndex, QLineEdit *field, Go go)
         return;
     if (m_calibration->isEscapeSeq()) // a test broken off a moment ago: its number comes first
         readSessionsBack();
+    if (!sessionStore().unread.isEmpty()) // perhaps the disk is back
+        toCob_patientName(0);
     int &number = sessionStore().sessionNb.at(sessionIndex);
     ++number;
     field->setText(QStringLiteral("%1").arg(number));

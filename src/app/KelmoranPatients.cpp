@@ -95,8 +95,9 @@ void Kelmoran::toCob_patientName(int index)
     const QString chosen = m_ui.cob_patientName->currentText();
     qCDebug(lcPatients, "index %6d %s", index, qPrintable(chosen));
     enableTests();
-    const QStringList fields = patientsList::find(chosen);
     m_calibration->setPatientName(chosen);
+    sessionStore().unread.clear();
+    const QStringList fields = patientsList::find(chosen);
     if (!fields.isEmpty())
         takePatient(fields);
 }

@@ -21,6 +21,7 @@ struct SessionStore
     QString firstName;
     QDate dob;
     std::array<int, 7> sessionNb{}; ///< by test button, T1 to T7
+    QString unread; ///< why the patient's line couldn't be read: the numbers may be another's
     QString siteCode;
 
     // Mailboxes: set by a dialog, cleared by the main window's timer.

@@ -1,5 +1,6 @@
 #include "patientsList.h"
 
+#include "SessionStore.h"
 #include "dataFolders.h"
 #include "wholeFile.h"
 
@@ -98,6 +99,25 @@ qsizetype lineLength(const QByteArray &list, qsizetype from)
 {
     const qsizetype lineFeed = list.indexOf('\n', from);
     return (lineFeed < 0 ? list.size() : lineFeed + 1) - from;
+}
+
+/// Hands out the patients' lines, until one is the last that is wanted. Returns why the list can't
+/// be read, empty if it can.
+template <typename Take>
+QString eachLine(Take take)
+{
+    QFile list(listPath());
+    if (!list.open(QIODevice::ReadOnly))
+        return list.errorString();
+    while (!list.atEnd()) {
+        const QByteArray line = chopped(list.readLine());
+        // An error of the disk must not pass for the end of the list.
+        if (list.error() != QFileDevice::NoError)
+            return list.errorString();
+        if (line.isEmpty() || !take(line))
+            break;
+    }
+    return {};
 }
 
 /// Where the last patient's line ends: at the first empty line or at the end of the list.
@@ -216,33 +236,38 @@ void createIfMissing()
 
 std::optional<QList<QStringList>> read()
 {
-    QFile list(listPath());
-    if (!list.open(QIODevice::ReadOnly))
-        return std::nullopt;
     QList<QStringList> patients;
-    while (!list.atEnd()) {
-        const QByteArray line = chopped(list.readLine());
-        if (line.isEmpty())
-            break;
-        patients.append(fieldsOf(line));
-    }
+    const auto readAll = [&patients] {
+        patients.clear();
+        return eachLine([&patients](const QByteArray &line) {
+            patients.append(fieldsOf(line));
+            return true;
+        });
+    };
+    if (!readAll().isEmpty() && !readAll().isEmpty()) // a disk that fails may do so only once
+        return std::nullopt;
     return patients;
 }
 
 QStringList find(const QString &patientKey)
 {
-    QFile list(listPath());
-    if (!list.open(QIODevice::ReadOnly))
-        return {};
     const Sought sought(patientKey);
-    while (!list.atEnd()) {
-        const QByteArray line = chopped(list.readLine());
-        if (line.isEmpty())
-            break;
-        if (sought.isOf(line))
-            return fieldsOf(line);
+    QStringList fields;
+    const auto look = [&sought, &fields] {
+        return eachLine([&sought, &fields](const QByteArray &line) {
+            if (!sought.isOf(line))
+                return true;
+            fields = fieldsOf(line);
+            return false;
+        });
+    };
+    if (!look().isEmpty()) { // a disk that fails may do so only once
+        const QString error = look();
+        SessionStore &store = sessionStore();
+        if (!error.isEmpty() && patientKey == store.patientName)
+            store.unread = error;
     }
-    return {};
+    return fields;
 }
 
 QString append(const QString &gender, const QString &lastName, const QString &firstName,
@@ -267,6 +292,9 @@ QString append(const QString &gender, const QString &lastName, const QString &fi
 
 QString rewritePatientLine(const QString &patientKey, const QMap<int, int> &numbers)
 {
+    const SessionStore &store = sessionStore();
+    if (patientKey == store.patientName && !store.unread.isEmpty())
+        return store.unread; // what there is to write doesn't come from their line
     QFile list(listPath());
     if (!list.open(QIODevice::ReadOnly))
         return list.errorString();

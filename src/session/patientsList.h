@@ -34,11 +34,12 @@ QString key(const QStringList &fields);
 /// Makes an empty list if there is none that can be read.
 void createIfMissing();
 
-/// The lines up to the first empty one, split into fields; nothing if the list can't be opened.
+/// The lines up to the first empty one, split into fields; nothing if the list can't be read.
 std::optional<QList<QStringList>> read();
 
-/// The fields of the first line with this key; empty if there is none or the list can't be opened.
-/// Reads no further than that line.
+/// The fields of the first line with this key; empty if there is none or the list can't be read.
+/// The latter is noted in the session store if this is the chosen patient. Reads no further than
+/// that line.
 QStringList find(const QString &patientKey);
 
 /// Adds a new patient with zeros for all numbers behind the others, in front of the first empty
@@ -50,7 +51,8 @@ QString append(const QString &gender, const QString &lastName, const QString &fi
 /// Writes numbers into fields of every line with this key, and leaves all other lines as they are,
 /// those behind an empty line included. The list is copied to `_patients_list.txt` in the working
 /// directory, flushed to the disk and put in place of the old one in one step. Returns the error
-/// string, empty if all went well; if anything failed the old list stands as it was.
+/// string, empty if all went well; if anything failed the old list stands as it was. So it does for
+/// the chosen patient while their line is noted as unread: the numbers go on from another's.
 QString rewritePatientLine(const QString &patientKey, const QMap<int, int> &numbers);
 
 } // namespace patientsList

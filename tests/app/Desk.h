@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 /// The main window in a data root of its own, with a clock that the test moves.
@@ -93,13 +94,15 @@ public:
         QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
     }
     /// An attention test of one trial, to its end, with a report that is not printed.
-    void playTest()
+    /// @param once what happens as soon as it has begun
+    void playTest(const std::function<void()> &once = [] {})
     {
         test2()->result().setPrinting(false);
         find<QCheckBox>(QStringLiteral("cb_withInstruction"))->setChecked(false);
         find<QCheckBox>(QStringLiteral("cb_withTraining"))->setChecked(false);
         find<QCheckBox>(QStringLiteral("cb_parameters"))->setChecked(true);
         click(QStringLiteral("pb_test2"));
+        once();
         auto *number = test2()->findChild<QLineEdit *>(QStringLiteral("le_number"));
         number->setText(QStringLiteral("1"));
         QTest::keyClick(number, Qt::Key_Return);

@@ -219,6 +219,18 @@ private Q_SLOTS:
         QVERIFY(!desk.dialog.isVisible());
     }
 
+    void aRecordThatCannotBeReadIsOnlyReplacedByOk()
+    {
+        Desk desk;
+        desk.root.block(assessorFile);
+        desk.open();
+        QCOMPARE(desk.texts().join(u""_qs), QString());
+        desk.field(u"le_lastName"_qs)->setText(u"Muster"_qs);
+        desk.click(u"pb_cancel"_qs);
+        QVERIFY(desk.root.exists(assessorFile + u"/in the way"_qs));
+        QVERIFY(!sessionStore().assessor);
+    }
+
     void onAFullDiskTheOldRecordStays()
     {
         Desk desk;

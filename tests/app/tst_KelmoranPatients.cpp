@@ -18,6 +18,8 @@ private Q_SLOTS:
     void twoLinesWithOneKeyShareTheNumbersOfTheFirst();
     void aPatientWhoIsNotFoundKeepsTheFormerNumbers();
     void aListThatCantBeReadStillOpensTheTests();
+    void aListThatCanBeReadAgainIsReadAsATestBegins();
+    void aTestOfAPatientWhoWasNotReadLeavesTheListAndTellsIt();
 
     // A registration.
     void aNewPatientIsFiledAndChosen();
@@ -118,6 +120,44 @@ void tst_KelmoranPatients::aListThatCantBeReadStillOpensTheTests()
     QCOMPARE(sessionStore().patientName, QStringLiteral("Berg Ann 01.02.1960"));
     QCOMPARE(sessionStore().lastName, QString());
     QCOMPARE(m_desk->session(1)->text(), QString());
+}
+
+void tst_KelmoranPatients::aListThatCanBeReadAgainIsReadAsATestBegins()
+{
+    const QByteArray list = Desk::patient("Alt") + Desk::patient("Berg", "7;8;7;7;7;7;7");
+    m_desk->openWith(list);
+    m_desk->choose(0);
+    m_desk->root.block(Desk::listFile());
+    m_desk->choose(1);
+    QCOMPARE(sessionStore().lastName, QStringLiteral("Alt"));
+    m_desk->root.unblock(Desk::listFile());
+    m_desk->root.write(Desk::listFile(), list);
+    m_desk->playTest();
+    QCOMPARE(m_desk->boxes.take().size(), 1); // a report has no words here
+    QCOMPARE(sessionStore().lastName, QStringLiteral("Berg"));
+    QCOMPARE(m_desk->session(2)->text(), QStringLiteral("9"));
+    QCOMPARE(m_desk->root.bytes(Desk::listFile()),
+             Desk::patient("Alt") + Desk::patient("Berg", "7;9;7;7;7;7;7"));
+}
+
+void tst_KelmoranPatients::aTestOfAPatientWhoWasNotReadLeavesTheListAndTellsIt()
+{
+    const QByteArray list = Desk::patient("Berg", "7;8;7;7;7;7;7");
+    m_desk->openWith(list);
+    m_desk->root.block(Desk::listFile());
+    m_desk->choose(0);
+    m_desk->playTest([this, list] {
+        m_desk->root.unblock(Desk::listFile());
+        m_desk->root.write(Desk::listFile(), list);
+    });
+    const auto told = m_desk->boxes.take();
+    QCOMPARE(told.size(), 2);
+    QVERIFY(told[0].text.startsWith(QStringLiteral("Failed to open patients_list.txt\n")));
+    QCOMPARE(m_desk->root.bytes(Desk::listFile()), list);
+
+    m_desk->playTest(); // the list is there again
+    QCOMPARE(m_desk->boxes.take().size(), 1);
+    QCOMPARE(m_desk->root.bytes(Desk::listFile()), Desk::patient("Berg", "7;9;7;7;7;7;7"));
 }
 
 // A registration.

@@ -5,6 +5,11 @@
 
 #include <QTest>
 
+#include <cerrno>
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
 // Whatever fails, the list of the patients is never lost.
 
 namespace {
@@ -27,7 +32,20 @@ QString append()
     return patientsList::append(u"Mrs."_qs, u"Castel"_qs, u"Clara"_qs, QDate(1961, 6, 30));
 }
 
+int s_failingReads = 0; ///< so many of the next reads fail
+
 } // namespace
+
+/// In place of the system's own.
+extern "C" ssize_t read(int file, void *into, size_t size)
+{
+    if (s_failingReads > 0) {
+        --s_failingReads;
+        errno = EIO;
+        return -1;
+    }
+    return ::syscall(SYS_read, file, into, size);
+}
 
 class tst_patientsListFailures : public QObject
 {
@@ -143,6 +161,54 @@ private Q_SLOTS:
         QCOMPARE(root.bytes(listFile), rewrittenList);
         QVERIFY(!root.exists(copyFile));
         QVERIFY(!root.exists(u"Parameters/_patients_list.txt"_qs));
+    }
+
+    void numbersThatDontComeFromAPatientsLineAreNotWrittenOverIt()
+    {
+        const DataRoot root;
+        const QString anna = u"Muster Anna 02.03.1950"_qs;
+        sessionStore().patientName = anna;
+        root.block(listFile);
+        QVERIFY(patientsList::find(u"Beispiel Bruno 11.12.1948"_qs).isEmpty());
+        QCOMPARE(sessionStore().unread, QString()); // somebody else's
+        QVERIFY(patientsList::find(anna).isEmpty());
+        QVERIFY(!sessionStore().unread.isEmpty());
+
+        root.unblock(listFile); // too late
+        root.write(listFile, list);
+        QCOMPARE(rewrite(), sessionStore().unread);
+        QCOMPARE(root.bytes(listFile), list);
+        QVERIFY(!root.exists(copyFile));
+
+        sessionStore().unread.clear(); // chosen once more
+        QCOMPARE(patientsList::find(anna).size(), int(patientsList::FieldCount));
+        QCOMPARE(rewrite(), QString());
+        QCOMPARE(root.bytes(listFile), rewrittenList);
+    }
+
+    void aDiskThatFailsOnceIsAskedAgain_data()
+    {
+        QTest::addColumn<int>("failures");
+        QTest::addColumn<bool>("found");
+        QTest::newRow("once") << 1 << true;
+        QTest::newRow("for good") << 2 << false;
+    }
+
+    void aDiskThatFailsOnceIsAskedAgain()
+    {
+        QFETCH(int, failures);
+        QFETCH(bool, found);
+        const DataRoot root;
+        root.write(listFile, list);
+        const QString bruno = u"Beispiel Bruno 11.12.1948"_qs;
+        sessionStore().patientName = bruno;
+        s_failingReads = failures;
+        QCOMPARE(!patientsList::find(bruno).isEmpty(), found);
+        QCOMPARE(sessionStore().unread.isEmpty(), found);
+        QCOMPARE(s_failingReads, 0);
+        s_failingReads = failures;
+        QCOMPARE(patientsList::read().has_value(), found);
+        QCOMPARE(patientsList::read()->size(), 2);
     }
 
     void aListThatIsALinkIntoNowhereIsNotRead()
