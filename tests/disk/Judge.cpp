@@ -62,12 +62,14 @@ bool isWholePdf(const QString &path, const QByteArray &bytes)
 class Judge
 {
 public:
-    Judge(const Plan &plan, const Outcome &outcome, const Outcome &reference, const Fault &fault)
+    Judge(const Plan &plan, const Outcome &outcome, const Outcome &reference, const Fault &fault,
+          const Place &place)
         : m_plan(plan)
         , m_outcome(outcome)
         , m_reference(reference)
         , m_fault(fault)
-        , m_victim(meantBy(reference.calls, fault.call))
+        , m_place(place)
+        , m_victim(place.closed.isEmpty() ? meantBy(reference.calls, fault.call) : place.closed)
         , m_kind(reference.calls.at(fault.call).kind)
         , m_nameless(
               QByteArrayView(reference.calls.at(fault.call).path).endsWith(faultyDisk::nameless))
@@ -128,15 +130,51 @@ private:
                            [&](const QString &box) { return box.contains(opening); });
     }
 
-    /// A patient whose line can't be read when they are chosen is tested without a name, and no box
-    /// says so then; one at the end tells of a list that still can't be read.
+    /// The list can't be opened any more as the patient is chosen. No box says so then: the test
+    /// goes on without the patient's name, numbered from what the store held.
     bool isUnread() const
     {
-        const bool ofList =
-            m_victim == list || (m_fault.way == Way::Lost && m_victim.startsWith(u"Parameters/"));
-        const QByteArray name = m_plan.options.patient.lastName.toUtf8();
-        return ofList && (isTold(list) || isReading() || m_fault.way == Way::Lost) &&
-               !m_outcome.files.value(trials).contains(name);
+        const auto &calls = m_reference.calls;
+        const auto ofList = [](const faultyDisk::Call &call) {
+            return QString::fromStdString(call.path) == list;
+        };
+        const auto choice =
+            std::find_if(calls.begin() + qsizetype(m_reference.deskCalls), calls.end(), ofList);
+        const bool forGood = m_fault.way == Way::Denied || m_fault.way == Way::Folder ||
+                             m_fault.way == Way::Lost || m_fault.way == Way::Deleted;
+        return forGood && !m_plan.registers && m_fault.call == std::size_t(choice - calls.begin());
+    }
+
+    /// What a file holds if all is well, as far as it can be with this fault.
+    QByteArray wanted(const QString &path) const
+    {
+        const QByteArray after = m_reference.files.value(path);
+        if (!m_unread || !isOfATest(path) || path == list)
+            return after;
+        // The columns are named in the first line.
+        QByteArrayList lines = linesOf(after);
+        const QByteArrayList columns = lines.constFirst().trimmed().split(';');
+        const qsizetype old = linesOf(m_reference.before.value(path)).size();
+        // The scores of the memory task carry the number of the attention task.
+        const QByteArray session = path.contains(u"results_T4") ? "0" : "1";
+        for (qsizetype i = std::max<qsizetype>(1, old); i < lines.size(); ++i)
+            lines[i] = withoutPatient(columns, lines.at(i), session);
+        return lines.join();
+    }
+
+    /// A row of a patient whose line couldn't be read; the store began with zeros.
+    static QByteArray withoutPatient(const QByteArrayList &columns, const QByteArray &row,
+                                     const QByteArray &session)
+    {
+        QByteArrayList fields = row.split(';');
+        for (const char *column : {"gender", "l_name", "f_name", "dob"}) {
+            if (columns.contains(column))
+                fields[columns.indexOf(column)].clear();
+        }
+        const qsizetype place = columns.indexOf("session");
+        if (fields.size() > place) // a marker is shorter
+            fields[place] = session;
+        return fields.join(';');
     }
 
     void judgeOldFiles()
@@ -155,23 +193,32 @@ private:
 
     void judgeOld(const QString &path, const QByteArray &before, const QByteArray &now)
     {
-        const QByteArray after = m_reference.files.value(path);
+        const QByteArray after = wanted(path);
         bool well = false;
         if (isDeleted(path))
             well = true; // by somebody else
+        else if (path == list && m_unread)
+            well = now == before; // the number isn't one that follows on theirs
         else if (path == list)
             well = isListWell(before, after, now);
         else if (path == screen)
             well = now == before || now == after || now == withFrequency(before, after);
-        else if (path == assessor) // a record that can't be read is entered anew, on an empty form
-            well = now == before || now == after || (isReading() && m_victim == path);
-        else if (m_unread)
-            well = now.startsWith(before);
+        else if (path == assessor)
+            well = now == before || now == after || isEnteredAnew(now);
         else
             well = now.startsWith(before) &&
                    arePartOf(linesOf(now.mid(before.size())), linesOf(after.mid(before.size())));
         if (!well)
             find(path + QStringLiteral(" is harmed: ") + shown(now));
+    }
+
+    /// A record that can't be read is entered on an empty form, without a word; that harms nothing
+    /// as long as nobody presses "Ok".
+    bool isEnteredAnew(const QByteArray &record) const
+    {
+        const bool unread =
+            m_victim == assessor && (m_place.closed.isEmpty() ? isReading() : !m_place.readable);
+        return unread && !m_plan.keepsRecord && record == ";New;;New;;;;\n";
     }
 
     static QByteArray withFrequency(const QByteArray &pitch, const QByteArray &frequency)
@@ -220,8 +267,7 @@ private:
                 continue;
             if (!m_reference.files.contains(it.key())) {
                 // Who can't remove a file leaves it.
-                if (m_fault.way != Way::ReadOnly && m_fault.way != Way::Denied &&
-                    m_kind != faultyDisk::Kind::Remove)
+                if (!mayLeave(it.key()))
                     find(it.key() + QStringLiteral(" is left behind"));
                 continue;
             }
@@ -229,10 +275,18 @@ private:
         }
     }
 
+    bool mayLeave(const QString &path) const
+    {
+        if (!m_place.closed.isEmpty())
+            return path.startsWith(m_place.closed + u'/');
+        return m_fault.way == Way::ReadOnly || m_fault.way == Way::Denied ||
+               m_kind == faultyDisk::Kind::Remove;
+    }
+
     void judgeNew(const QString &path, const QByteArray &now)
     {
-        const QByteArray after = m_reference.files.value(path);
-        if (m_unread || isWholePdf(path, now))
+        const QByteArray after = wanted(path);
+        if (isWholePdf(path, now))
             return;
         const QByteArray none(12, '\0'); // neither measured nor chosen yet
         if (path == screen &&
@@ -267,19 +321,19 @@ private:
         for (auto it = m_reference.files.cbegin(); it != m_reference.files.cend(); ++it) {
             const QString path = it.key();
             const QByteArray now = m_outcome.files.value(path);
-            if (now == it.value() || m_outcome.movedAway.value(path) == it.value() ||
-                isWholePdf(path, now) || m_outcome.before.value(path) == it.value())
-                continue;
-            if (path != list && isOfATest(path) && m_unread)
+            const QByteArray whole = wanted(path);
+            if (now == whole || m_outcome.movedAway.value(path) == whole || isWholePdf(path, now) ||
+                m_outcome.before.value(path) == whole)
                 continue;
             if (isOfATest(path) && !m_outcome.chosen) // no patient, no test
                 judgeUntouched(path, now);
             else if (isOfATest(path) && refused)
                 judgeRefusal(path, now);
-            else if ((isDeleted(path) && !isOpenLog(path)) || (path == assessor && isReading()))
+            else if ((isDeleted(path) && !isOpenLog(path)) ||
+                     (path == assessor && isEnteredAnew(now)))
                 continue;
             else
-                judgeMissing(path, now, it.value());
+                judgeMissing(path, now, whole);
         }
     }
 
@@ -295,7 +349,8 @@ private:
     bool lacksThresholds() const
     {
         const QStringList boxes = told();
-        return std::any_of(boxes.begin(), boxes.end(),
+        return m_victim.startsWith(u"Parameters/") &&
+               std::any_of(boxes.begin(), boxes.end(),
                            [](const QString &box) { return box.contains(u"Unable to start!"); });
     }
 
@@ -355,6 +410,10 @@ private:
 
     bool isMatterOfTheFault(const QString &path) const
     {
+        // The list is replaced by way of a copy in bin/.
+        if (!m_place.closed.isEmpty())
+            return path == m_victim || path.startsWith(m_victim + u'/') ||
+                   (path == list && m_victim == u"bin");
         if (m_fault.way == Way::Full || m_fault.way == Way::ReadOnly || m_fault.way == Way::Lost)
             return true;
         // Who may not make a file in a folder may make none there.
@@ -378,6 +437,7 @@ private:
     const Outcome &m_outcome;
     const Outcome &m_reference;
     const Fault m_fault;
+    const Place &m_place;
     const QString m_victim;
     const faultyDisk::Kind m_kind;
     const bool m_nameless;
@@ -389,7 +449,7 @@ private:
 } // namespace
 
 QStringList findings(const Plan &plan, const Outcome &outcome, const Outcome &reference,
-                     const Fault &fault)
+                     const Fault &fault, const Place &place)
 {
-    return Judge(plan, outcome, reference, fault).judge();
+    return Judge(plan, outcome, reference, fault, place).judge();
 }

@@ -255,8 +255,12 @@ private:
     void calibrate()
     {
         waitUntil(2 * second);
-        enter("le_horzPitch", QStringLiteral("270"));
-        enter("le_vertPitch", QStringLiteral("135"));
+        if (m_plan.measures) {
+            enter("le_horzPitch", QStringLiteral("270"));
+            enter("le_vertPitch", QStringLiteral("135"));
+        } else if (QWidget *line = Screen::visible(QLatin1String("le_horzPitch"))) {
+            line->window()->close();
+        }
         if (QWidget *still = Screen::visible(QLatin1String("le_vertPitch")))
             still->window()->close();
         waitUntil(10 * second);
@@ -274,7 +278,8 @@ private:
             if (QWidget *edit = Screen::usable(QLatin1String(field)))
                 hands::type(edit, QStringLiteral("New"));
         }
-        click("pb_ok");
+        if (!m_plan.keepsRecord)
+            click("pb_ok");
         click("pb_cancel"); // still there if the record couldn't be written
     }
 
@@ -380,12 +385,14 @@ QList<Plan> Plan::all()
                          "<html><body><p>v_lastName</p></body></html>\n");
     Plan twoDisks = plan("two disks", 2, 3, "");
     twoDisks.twoDisks = true;
+    Plan brokenOff = plan("broken off", 2, 6, "2 4 P 100\n4 2 Escape\n");
+    brokenOff.keepsRecord = true;
     return {firstStart,
             registration,
             report,
             twoDisks,
             plan("attention", 2, 6, "2 4 P 100\n4 4 E\n"),
-            plan("broken off", 2, 6, "2 4 P 100\n4 2 Escape\n"),
+            brokenOff,
             plan("vision", 5, 0, "2 5 P 100\n4 5 E\n"),
             plan("unstable", 1, 6, ""),
             plan("movement", 3, 4, "2 5 P 100\n3 5 E\n"),

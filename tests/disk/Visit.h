@@ -22,11 +22,13 @@ using Files = QMap<QString, QByteArray>;
 struct Plan
 {
     QString name;
-    Options options;        ///< the task, its keys, the patient
-    Files before;           ///< what lies in the data root
-    bool registers = false; ///< the patient isn't in the list
-    bool twoDisks = false;  ///< bin/ lies on another file system
-    bool report = false;    ///< the test leaves a report in PDF
+    Options options;          ///< the task, its keys, the patient
+    Files before;             ///< what lies in the data root
+    bool registers = false;   ///< the patient isn't in the list
+    bool twoDisks = false;    ///< bin/ lies on another file system
+    bool report = false;      ///< the test leaves a report in PDF
+    bool keepsRecord = false; ///< the assessor's record is changed on the form, but not kept
+    bool measures = true;     ///< the calibration is left with Escape otherwise
 
     static QList<Plan> all();
 };
