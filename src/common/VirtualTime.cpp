@@ -67,7 +67,7 @@ void VirtualTime::advance(int ms)
         m_now = std::max(m_now, *earliest());
         fireEarliest();
     }
-    m_now = target;
+    m_now = std::max(m_now, target); // a slot may have moved it further
 }
 
 void VirtualTime::wakeAt(std::optional<qint64> due)

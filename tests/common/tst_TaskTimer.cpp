@@ -23,6 +23,7 @@ private Q_SLOTS:
     void aNewIntervalRestartsAnActiveTimer();
     void timersDueTogetherFireInTheOrderOfTheirStart();
     void aNegativeIntervalCountsAsNone();
+    void theClockGoesOnFromWhereASlotHasMovedIt();
     void aTimerThatIsDestroyedNeverFires();
     void aTimerOutlivesItsTimeSource();
     void theRemainingTimeCountsDown();
@@ -174,6 +175,17 @@ void tst_TaskTimer::aNegativeIntervalCountsAsNone()
     QVERIFY(fired.isEmpty()); // from the event loop, not from start()
     time.advance(0);
     QCOMPARE(fired.size(), 1);
+}
+
+void tst_TaskTimer::theClockGoesOnFromWhereASlotHasMovedIt()
+{
+    VirtualTime time(VirtualTime::Mode::Stepped);
+    TaskTimer timer;
+    timer.setSingleShot(true);
+    connect(&timer, &TaskTimer::timeout, this, [&time] { time.advance(500); });
+    timer.start(10);
+    time.advance(100);
+    QCOMPARE(time.nanoseconds(), 510 * 1'000'000);
 }
 
 void tst_TaskTimer::aTimerThatIsDestroyedNeverFires()
