@@ -154,12 +154,15 @@ bool TaskDialog::mayBegin()
 
 void TaskDialog::takeScreen()
 {
+    // A style that is given to a window on the screen is worked out for each of its widgets again.
+    const QString black = QStringLiteral("background-color:rgb(0, 0, 0)");
+    if (styleSheet() != black)
+        setStyleSheet(black);
     // Full screen is granted later by the window manager: the size must be right before.
     setGeometry(screens::of(*this)->geometry());
     showFullScreen();
     raise();
     activateWindow();
-    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0)"));
     m_refreshCounter.watch(winId());
 }
 
