@@ -4,7 +4,8 @@
 #   ./test.sh [unit|rehearsal|system|lint|asan|all]
 #
 #   unit       tests of classes, dialogs and whole tasks in virtual time
-#   rehearsal  dozens of whole tests with a simulated patient, their scores computed once more
+#   rehearsal  dozens of whole tests with a simulated patient, their scores computed once more, and
+#              the tests that draw many samples or pictures
 #   system     the real program on a virtual screen, by keyboard and mouse
 #   lint       layout, words and clang-tidy, with warnings as errors
 #   asan       built by clang with clazy's checks, warnings as errors; then the unit tests once
@@ -17,7 +18,7 @@ what=${1:-all}
 case $what in
 unit | rehearsal | system | lint | asan | all) ;;
 -h | --help)
-    sed -n '2,12s/^# \{0,1\}//p' "$0"
+    sed -n '2,13s/^# \{0,1\}//p' "$0"
     exit 0
     ;;
 *) die "unknown part $what (unit, rehearsal, system, lint, asan, all)" ;;
@@ -29,6 +30,7 @@ logs=$project_dir/build/logs
 passed=0
 failed=0
 reasons=()
+scratch=
 
 wanted()
 {
@@ -47,6 +49,7 @@ finish()
 {
     local code=$?
     trap - EXIT
+    rm -rf "$scratch"
     if [ "$code" -ne 0 ] && [ "$failed" -eq 0 ]; then
         failed=1
     fi
@@ -75,13 +78,25 @@ check()
     fi
 }
 
+# Data roots in memory, where there is such a place with room: files are flushed to the disk, again
+# and again.
+make_scratch()
+{
+    local place=${TMPDIR:-/tmp} room=1000000 # kB
+    if [ -w /dev/shm ] && [ "$(df --output=avail /dev/shm | tail -n 1)" -gt "$room" ]; then
+        place=/dev/shm
+    fi
+    scratch=$(mktemp -d -p "$place") || die "can't make a folder in $place"
+}
+
 # Runs ctest in a build folder and counts its tests: name, folder, options.
 run_ctest()
 {
-    local name=$1 dir=$2 log=$logs/$1.log line total bad
+    local name=$1 dir=$2 log=$logs/$1.log place=$scratch line total bad
     shift 2
+    [ "$name" != system ] || place=${TMPDIR:-/tmp} # users of their own have to get in
     say "$name"
-    ctest --test-dir "$dir" --output-on-failure --no-tests=error "$@" </dev/null 2>&1 | tee "$log" || true
+    TMPDIR=$place ctest --test-dir "$dir" --output-on-failure --no-tests=error "$@" </dev/null 2>&1 | tee "$log" || true
     line=$(grep -E 'tests passed, [0-9]+ tests failed out of [0-9]+' "$log" | tail -n 1 || true)
     if [ -z "$line" ]; then
         count 0 1 "$name: ctest ran nothing"
@@ -146,6 +161,7 @@ install_packages "${packages_build[@]}" "${packages_package[@]}" "${packages_run
     "${packages_witness[@]}" "${packages_test[@]}"
 mkdir -p "$logs" || die "can't make $logs"
 trap finish EXIT
+make_scratch
 cd "$project_dir"
 
 if wanted lint; then
@@ -161,8 +177,8 @@ if [ "$what" != asan ]; then
     build_project "$build" "$logs/build.log" -DCMAKE_BUILD_TYPE=Release \
         || { reasons+=("the build failed, see $logs/build.log"); exit 1; }
 fi
-wanted unit && run_ctest unit "$build" -j2 -LE "system|rehearsal"
-wanted rehearsal && run_ctest rehearsal "$build" -j2 -L rehearsal
+wanted unit && run_ctest unit "$build" -j3 -LE "system|rehearsal|long"
+wanted rehearsal && run_ctest rehearsal "$build" -j3 -L "rehearsal|long"
 
 # The system tests wait most of the time, for a trial to come: clang-tidy takes what they leave.
 tidy_pid=
@@ -192,6 +208,6 @@ if wanted asan; then
         -DKELMORAN_FUZZ=ON -DCMAKE_CXX_COMPILER=clazy \
         || { reasons+=("the build with the sanitizers failed, see $logs/asan-build.log"); exit 1; }
     # The web engine doesn't run under them; whole rehearsals are played by one test of their own.
-    run_ctest asan "$asan" -j2 -LE "system|report|rehearsal"
+    run_ctest asan "$asan" -j3 -LE "system|report|rehearsal"
     run_ctest asan-rehearsal "$asan" -R '^tst_Rehearse$'
 fi

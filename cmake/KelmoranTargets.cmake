@@ -33,7 +33,8 @@ function(kelmoran_room name)
 endfunction()
 
 # A Qt Test program that runs the same on every machine: no display, a plain locale, UTC.
-# LABEL is unit (the default), task, report, or rehearsal: whole tests played by the program.
+# LABEL is unit (the default), task, report (pages of the web engine), long (a second or more of
+# samples or pictures), or rehearsal (whole tests played by the program).
 function(kelmoran_test name)
     cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;USES" ${ARGN})
     if(NOT ARG_SOURCES)
