@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractEventDispatcher>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -301,7 +302,8 @@ bool Program::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched->isWidgetType() && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
         ++m_changes;
-    return false;
+    // The menu of a date has an event loop of its own, in which nobody would play on.
+    return event->type() == QEvent::ContextMenu && qobject_cast<QAbstractSpinBox *>(watched);
 }
 
 void Program::demand(bool kept, const QString &promise) const
