@@ -70,7 +70,8 @@ void TaskTimer::expire()
     const TimeSource *source = m_source;
     m_source = nullptr;
     if (!m_singleShot) {
-        const qint64 interval = m_interval * nanosecondsPerMillisecond;
+        // Without a wait it would beat without an end in one moment.
+        const qint64 interval = std::max(m_interval, 1) * nanosecondsPerMillisecond;
         const qint64 now = source->nanoseconds();
         const qint64 next = m_entry.first + interval;
         arm(next < now ? now + interval : next); // beats that were missed stay missed

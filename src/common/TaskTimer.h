@@ -17,7 +17,8 @@ public:
     explicit TaskTimer(QObject *parent = nullptr);
     ~TaskTimer() override;
 
-    /// Starts or restarts the timer with this interval in ms.
+    /// Starts or restarts the timer with this interval in ms. It repeats once a millisecond at
+    /// most.
     void start(int ms);
     /// Starts or restarts the timer with the interval it has.
     void start();

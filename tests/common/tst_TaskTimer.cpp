@@ -23,6 +23,7 @@ private Q_SLOTS:
     void aNewIntervalRestartsAnActiveTimer();
     void timersDueTogetherFireInTheOrderOfTheirStart();
     void aNegativeIntervalCountsAsNone();
+    void aRepeatingTimerWithoutAnIntervalBeatsEveryMillisecond();
     void theClockGoesOnFromWhereASlotHasMovedIt();
     void aTimerThatIsDestroyedNeverFires();
     void aTimerOutlivesItsTimeSource();
@@ -175,6 +176,17 @@ void tst_TaskTimer::aNegativeIntervalCountsAsNone()
     QVERIFY(fired.isEmpty()); // from the event loop, not from start()
     time.advance(0);
     QCOMPARE(fired.size(), 1);
+}
+
+void tst_TaskTimer::aRepeatingTimerWithoutAnIntervalBeatsEveryMillisecond()
+{
+    VirtualTime time(VirtualTime::Mode::Stepped);
+    TaskTimer timer;
+    QStringList fired;
+    note(timer, fired, QStringLiteral("a"));
+    timer.start(0);
+    time.advance(5);
+    QCOMPARE(fired.size(), 6);
 }
 
 void tst_TaskTimer::theClockGoesOnFromWhereASlotHasMovedIt()

@@ -647,7 +647,7 @@ void Player::anyEdit()
     if (edits.isEmpty())
         return;
     QLineEdit *edit = m_luck.pick(edits);
-    // A drift without a wait is one without time: it would never let virtual time go on.
+    // A drift without a wait beats a thousand times a second, which takes most of a run's time.
     type(edit, edit->objectName() == QLatin1String("le_timerMov")
                    ? QString::number(m_luck.between(1, 99))
                    : drawnText());
