@@ -215,9 +215,17 @@ bool Rules::runsBeside() const
     const TaskDialog *task = m_program.task();
     if (!task)
         return false;
-    const bool single = task->objectName() == QLatin1String(attention) ||
-                        (task->objectName() == QLatin1String(movement) && task->stage() >= 5);
-    return single && m_program.running(task).size() > 1;
+    // At the movement task's pad only its limit runs, if there is one.
+    qsizetype most = 1;
+    if (task->objectName() == QLatin1String(movement)) {
+        constexpr int padStage = 5;
+        if (task->stage() < padStage)
+            return false;
+        most = task->stage() == padStage && !m_program.fixedDuration() ? 0 : 1;
+    } else if (task->objectName() != QLatin1String(attention)) {
+        return false;
+    }
+    return m_program.running(task).size() > most;
 }
 
 QString Rules::checkTrials()
