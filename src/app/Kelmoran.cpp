@@ -258,6 +258,8 @@ void Kelmoran::runTest(std::size_t sessionIndex, QLineEdit *field, Go go)
 {
     if (taskIsRunning())
         return;
+    if (m_calibration->isNewPatient() && !registerPatient()) // a moment ago: the test is theirs
+        return;
     if (m_calibration->isEscapeSeq()) // a test broken off a moment ago: its number comes first
         readSessionsBack();
     if (!sessionStore().unread.isEmpty()) // perhaps the disk is back

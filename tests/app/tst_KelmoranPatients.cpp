@@ -23,6 +23,8 @@ private Q_SLOTS:
 
     // A registration.
     void aNewPatientIsFiledAndChosen();
+    void aTestBegunAtOnceIsTheNewPatients();
+    void noTestIsBegunForANewPatientWhoCannotBeFiled();
     void aNewPatientStaysTheCurrentItemOfTheSortedBox();
     void aNameKeepsItsLetters();
     void theSamePatientTwiceGivesTwoLinesAndTwoItems();
@@ -177,6 +179,35 @@ void tst_KelmoranPatients::aNewPatientIsFiledAndChosen()
     QCOMPARE(sessionStore().patientName, QStringLiteral("Zorn Eva 02.03.1950"));
     QCOMPARE(sessionStore().sessionNb, (std::array<int, 7>{}));
     QCOMPARE(m_desk->sessions(), QStringList(7, QStringLiteral("0")));
+}
+
+void tst_KelmoranPatients::aTestBegunAtOnceIsTheNewPatients()
+{
+    const QByteArray list = Desk::patient("Berg", "7;7;7;7;7;7;7");
+    m_desk->openWith(list);
+    m_desk->choose(0);
+    Desk::leaveNewPatient(QStringLiteral("Zorn"), QStringLiteral("Eva"));
+    m_desk->playTest(); // before the next beat
+    QCOMPARE(sessionStore().patientName, QStringLiteral("Zorn Eva 02.03.1950"));
+    QCOMPARE(m_desk->root.bytes(Desk::listFile()),
+             list + "Mrs.;Zorn;Eva;02.03.1950;0;1;0;0;0;0;0;0;0;0\r\n");
+    const QByteArray row =
+        m_desk->root.bytes(QStringLiteral("Results/output.csv")).split('\n').at(1);
+    QVERIFY2(row.startsWith(";Mrs.;Zorn;Eva;02/03/1950;2;1;"), row.constData());
+    m_desk->boxes.take(); // a report has no words here
+}
+
+void tst_KelmoranPatients::noTestIsBegunForANewPatientWhoCannotBeFiled()
+{
+    m_desk->openWith(Desk::patient("Berg", "7;7;7;7;7;7;7"));
+    m_desk->choose(0);
+    m_desk->root.block(Desk::listFile());
+    Desk::leaveNewPatient(QStringLiteral("Zorn"), QStringLiteral("Eva"));
+    m_desk->click(QStringLiteral("pb_test2"));
+    QCOMPARE(m_desk->boxes.take().size(), 1);
+    QVERIFY(!m_desk->test2()->isVisible());
+    QCOMPARE(m_desk->session(2)->text(), QStringLiteral("7"));
+    QCOMPARE(sessionStore().lastName, QStringLiteral("Berg"));
 }
 
 void tst_KelmoranPatients::aNewPatientStaysTheCurrentItemOfTheSortedBox()
