@@ -7,7 +7,7 @@
 #               and undefined-behaviour sanitizers: 10,000,000 in all, or N, in a quarter of an hour on
 #               two free cores. What is found is kept in build/fuzz/findings
 #   years       days of tests in one run of the program, and what it holds behind them: 56 tests without
-#               reports and 56 with them in virtual time, and 54 by a robot in real time; ten minutes
+#               reports and 56 with them in virtual time, and 54 by a robot in real time; four minutes
 #   locale      whole tests and reports in 19 kinds of session; the stimuli measured on desktops
 #               of 125, 150 and 200 %; screens too small, two of them, one unplugged; a quarter of an hour
 #   disk        every call of the program that concerns its files fails once, in up to eight ways; real
