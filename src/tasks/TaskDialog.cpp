@@ -132,8 +132,9 @@ void TaskDialog::prepareStimuli()
     if (m_isPrepared)
         return;
     m_isPrepared = true;
+    // With an odd calibration a stimulus may be larger than any memory: what is beyond isn't seen.
     for (QWidget *stimulus : qAsConst(m_stimuli))
-        stimulus->grab();
+        stimulus->grab({QPoint(), stimulus->size().boundedTo(size())});
 }
 
 int TaskDialog::fullCycle() const

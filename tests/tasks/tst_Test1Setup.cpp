@@ -22,6 +22,7 @@ private Q_SLOTS:
     void theAnswerButtonsStandInTheirPlaces();
     void theControlsStandInTheirFrame();
     void theStimuliFollowTheCalibration();
+    void noMoreOfAStimulusIsPaintedThanTheScreenHolds();
     void aRunBeginsWithWhatItsOptionsSay_data();
     void aRunBeginsWithWhatItsOptionsSay();
     void aModeHasItsCodeItsSessionAndItsNumber_data();
@@ -181,6 +182,33 @@ void tst_Test1Setup::theStimuliFollowTheCalibration()
     QCOMPARE(desk.arrows[4]->geometry(), QRect(901, 450, 150, 125));
     QCOMPARE(desk.text("le_globSize"), QStringLiteral("56"));
     QCOMPARE(desk.text("le_triSize"), QStringLiteral("125")); // the height
+}
+
+void tst_Test1Setup::noMoreOfAStimulusIsPaintedThanTheScreenHolds()
+{
+    /// The largest picture that is painted of a widget.
+    struct Watch : QObject
+    {
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint && watched->parent())
+                painted = painted.expandedTo(static_cast<QPaintEvent *>(event)->rect().size());
+            return false;
+        }
+        QSize painted;
+    };
+    VisionDesk desk;
+    sessionStore().horzPixel = 4; // micrometres
+    sessionStore().vertPixel = 4;
+    Watch watch;
+    for (QWidget *widget : desk.task.findChildren<QWidget *>())
+        widget->installEventFilter(&watch);
+    desk.go({.parameters = true});
+    const QSize screen = desk.task.size();
+    QVERIFY(watch.painted.width() > 0);
+    QVERIFY2(watch.painted.boundedTo(screen) == watch.painted,
+             qPrintable(QStringLiteral("%1").arg(watch.painted.width())));
+    QVERIFY(desk.lefts[0]->width() > screen.width());
 }
 
 void tst_Test1Setup::aRunBeginsWithWhatItsOptionsSay_data()
