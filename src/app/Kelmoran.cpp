@@ -347,7 +347,8 @@ void Kelmoran::toPreferences()
 
 void Kelmoran::toAdd_patient()
 {
-    m_newPatient->goNewPatient();
+    if (!taskIsRunning())
+        m_newPatient->goNewPatient();
 }
 
 void Kelmoran::toAssessor()

@@ -92,6 +92,10 @@ int Kelmoran::placeInBox(const QString &key) const
 
 void Kelmoran::toCob_patientName(int index)
 {
+    if (taskIsRunning()) { // behind the back of a test: it stays its patient's
+        m_ui.cob_patientName->setCurrentText(m_calibration->isPatientName());
+        return;
+    }
     const QString chosen = m_ui.cob_patientName->currentText();
     qCDebug(lcPatients, "index %6d %s", index, qPrintable(chosen));
     enableTests();

@@ -1,4 +1,5 @@
 #include "Desk.h"
+#include "NewPatient.h"
 #include "patientsList.h"
 
 /// The patients of the main window, and its mailboxes.
@@ -25,6 +26,8 @@ private Q_SLOTS:
     void aNewPatientIsFiledAndChosen();
     void aTestBegunAtOnceIsTheNewPatients();
     void noTestIsBegunForANewPatientWhoCannotBeFiled();
+    void noTestIsBegunWhileAPatientIsBeingRegistered();
+    void aRunningTestStaysItsPatients();
     void aNewPatientStaysTheCurrentItemOfTheSortedBox();
     void aNameKeepsItsLetters();
     void theSamePatientTwiceGivesTwoLinesAndTwoItems();
@@ -208,6 +211,37 @@ void tst_KelmoranPatients::noTestIsBegunForANewPatientWhoCannotBeFiled()
     QVERIFY(!m_desk->test2()->isVisible());
     QCOMPARE(m_desk->session(2)->text(), QStringLiteral("7"));
     QCOMPARE(sessionStore().lastName, QStringLiteral("Berg"));
+}
+
+void tst_KelmoranPatients::noTestIsBegunWhileAPatientIsBeingRegistered()
+{
+    m_desk->openWith(Desk::patient("Berg"));
+    m_desk->choose(0);
+    m_desk->find<QAction>(QStringLiteral("actionAdd_patient"))->trigger();
+    QVERIFY(m_desk->find<NewPatient>(QStringLiteral("NewPatientClass"))->isVisible());
+    QPushButton *test = m_desk->find<QPushButton>(QStringLiteral("pb_test2"));
+    QTest::mouseClick(test->window()->windowHandle(), Qt::LeftButton, {},
+                      test->mapTo(test->window(), test->rect().center()));
+    QVERIFY(!m_desk->test2()->isVisible());
+}
+
+void tst_KelmoranPatients::aRunningTestStaysItsPatients()
+{
+    m_desk->openWith(Desk::patient("Alt") + Desk::patient("Berg"));
+    m_desk->choose(1);
+    m_desk->find<QCheckBox>(QStringLiteral("cb_withInstruction"))->setChecked(false);
+    m_desk->find<QCheckBox>(QStringLiteral("cb_withTraining"))->setChecked(false);
+    m_desk->click(QStringLiteral("pb_test2"));
+    QVERIFY(m_desk->test2()->isVisible());
+    m_desk->choose(0);
+    QCOMPARE(sessionStore().lastName, QStringLiteral("Berg"));
+    QCOMPARE(m_desk->patients()->currentIndex(), 1);
+    QCOMPARE(m_desk->session(2)->text(), QStringLiteral("1"));
+    m_desk->find<QAction>(QStringLiteral("actionAdd_patient"))->trigger();
+    QVERIFY(!m_desk->find<NewPatient>(QStringLiteral("NewPatientClass"))->isVisible());
+    QTest::keyClick(m_desk->test2(), Qt::Key_Escape);
+    m_desk->choose(0);
+    QCOMPARE(sessionStore().lastName, QStringLiteral("Alt"));
 }
 
 void tst_KelmoranPatients::aNewPatientStaysTheCurrentItemOfTheSortedBox()
