@@ -23,6 +23,7 @@ private Q_SLOTS:
     void anAlternatingWalkIsOverAtTwentyEntries();
     void aPatientWhoNeverErrsEndsAtTheFloor_data();
     void aPatientWhoNeverErrsEndsAtTheFloor();
+    void aResultEndsTheTestWhateverNumberIsWanted();
     void aPatientWhoAlwaysFailsEndsAtTheCeiling_data();
     void aPatientWhoAlwaysFailsEndsAtTheCeiling();
     void settledPeaksWithoutSettledTroughsAreNoResult();
@@ -369,6 +370,17 @@ void tst_Test1Stop::aPatientWhoNeverErrsEndsAtTheFloor()
     QVERIFY(isOver(desk));
     QCOMPARE(desk.rows().constLast()[RankSub], QString::number(entries));
     QCOMPARE(group(desk, 0), scores);
+    QCOMPARE(desk.thresholds(), QStringLiteral("17;0;0"));
+}
+
+void tst_Test1Stop::aResultEndsTheTestWhateverNumberIsWanted()
+{
+    VisionDesk desk;
+    desk.writePatient("17;0;0");
+    desk.startTest({.mode = 1});
+    desk.type("le_number", QStringLiteral("99999"));
+    QVERIFY(play(desk, rights(10)));
+    QVERIFY(isOver(desk));
     QCOMPARE(desk.thresholds(), QStringLiteral("17;0;0"));
 }
 

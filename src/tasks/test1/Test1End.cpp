@@ -14,7 +14,7 @@
 Q_DECLARE_LOGGING_CATEGORY(lcTest1)
 
 namespace {
-constexpr int over = 9999; // m_trialNo behind the last trial, above every m_number
+constexpr int over = 9999; // m_trialNo behind the last trial, whatever m_number says
 
 /// A list of the staircase under its name, in which "%1" is the number of the subtask.
 void trace(const char *name, int subtask, std::span<const short> values)
@@ -46,7 +46,7 @@ void Test1::sequence6()
         if (!m_markedError)
             analyseTrack();
     }
-    if (m_trialNo >= m_number) {
+    if (m_trialNo >= std::min(m_number, over)) {
         nextBlock();
     } else if (!m_markedError) { // a struck trial waits for the assessor
         ++m_indexSubtask;
