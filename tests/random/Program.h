@@ -59,6 +59,8 @@ public:
     QList<QWidget *> windows() const;
     void activate(QWidget *window);
 
+    /// Whether a button was pressed by its shortcut, and will click in a moment.
+    bool shortcutIsDown() const { return !m_pending.empty(); }
     int boxes() const { return m_boxes; }
     int starts() const { return m_starts; }
     int begun() const { return m_begun; }
