@@ -256,7 +256,8 @@ Kelmoran::Options Kelmoran::options() const
 template <typename Go>
 void Kelmoran::runTest(std::size_t sessionIndex, QLineEdit *field, Go go)
 {
-    if (taskIsRunning())
+    // Whose test would it be? A shortcut clicks a tenth of a second behind its press.
+    if (taskIsRunning() || m_newPatient->isVisible())
         return;
     if (m_calibration->isNewPatient() && !registerPatient()) // a moment ago: the test is theirs
         return;

@@ -223,6 +223,9 @@ void tst_KelmoranPatients::noTestIsBegunWhileAPatientIsBeingRegistered()
     QTest::mouseClick(test->window()->windowHandle(), Qt::LeftButton, {},
                       test->mapTo(test->window(), test->rect().center()));
     QVERIFY(!m_desk->test2()->isVisible());
+    test->click(); // its shortcut was pressed before
+    QVERIFY(!m_desk->test2()->isVisible());
+    QCOMPARE(m_desk->session(2)->text(), QStringLiteral("0"));
 }
 
 void tst_KelmoranPatients::aRunningTestStaysItsPatients()
