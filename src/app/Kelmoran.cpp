@@ -256,9 +256,13 @@ Kelmoran::Options Kelmoran::options() const
 template <typename Go>
 void Kelmoran::runTest(std::size_t sessionIndex, QLineEdit *field, Go go)
 {
-    // Whose test would it be? A shortcut clicks a tenth of a second behind its press.
-    if (taskIsRunning() || m_newPatient->isVisible())
+    if (taskIsRunning())
         return;
+    if (m_newPatient->isVisible()) { // whose test would it be?
+        m_newPatient->raise();
+        m_newPatient->activateWindow();
+        return;
+    }
     if (m_calibration->isNewPatient() && !registerPatient()) // a moment ago: the test is theirs
         return;
     if (m_calibration->isEscapeSeq()) // a test broken off a moment ago: its number comes first

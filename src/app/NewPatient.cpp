@@ -13,7 +13,6 @@ NewPatient::NewPatient(QWidget *parent)
     , m_calibration(new Calibration(this))
 {
     m_ui.setupUi(this);
-    setWindowModality(Qt::WindowModal);
     raiseFonts({m_ui.lbl_gender, m_ui.lbl_lastName, m_ui.lbl_firstName, m_ui.lbl_dateOfBirth}, 3);
     raiseFonts({m_ui.cob_genre, m_ui.le_lastName, m_ui.le_firstName, m_ui.de_dateOfBirth}, 3);
     m_ui.le_lastName->setValidator(&m_validator);
