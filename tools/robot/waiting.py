@@ -18,10 +18,11 @@ def wait_for(what: str, look: Callable[[], T | None], timeout: float = 10.0) -> 
     """Looks until `look` gives something true, and returns it."""
     end = time.monotonic() + timeout
     while True:
+        late = time.monotonic() > end  # before the look: the machine may stand still during one
         seen = look()
         if seen:
             return seen
-        if time.monotonic() > end:
+        if late:
             raise RobotError(f"waited {timeout:g} s in vain for {what}")
         time.sleep(LOOK_EVERY)
 
