@@ -844,7 +844,7 @@ int Player::untilTheMoment()
     constexpr int most = 10'000;
     if (longest < 0)
         return m_luck.between(0, 50);
-    return std::clamp(longest + m_luck.between(-1, 1), 0, most);
+    return std::clamp(std::min(longest, most + 1) + m_luck.between(-1, 1), 0, most);
 }
 
 QString Player::drawnText()
