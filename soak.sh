@@ -16,7 +16,7 @@
 #               rehearsal at 2000 and at every call; what is left is looked at, and the next start
 #               too. Half an hour on two free cores
 #   keys        a random assessor and a random patient press, click and type anything at any moment,
-#               under the sanitizers: 1,000,000 events in virtual time, a quarter of an hour on two free cores
+#               under the sanitizers: 1,000,000 events in virtual time, in a quarter of an hour
 #   all         all of it (the default)
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
