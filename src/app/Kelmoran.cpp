@@ -181,10 +181,8 @@ void Kelmoran::to_timerCal()
 
 void Kelmoran::to_timer1()
 {
-    if (m_calibration->isNewPatient() && !registerPatient())
+    if (!catchUp())
         return;
-    if (m_calibration->isEscapeSeq())
-        readSessionsBack();
     if (m_calibration->isAssessor()) {
         m_calibration->setAssessor(false);
         showAssessor();
@@ -195,6 +193,16 @@ void Kelmoran::to_timer1()
     }
     comeBack();
     tellSmallScreen();
+}
+
+/// With what has become of the patient since the last beat; false if a registration is refused.
+bool Kelmoran::catchUp()
+{
+    if (m_calibration->isNewPatient() && !registerPatient())
+        return false;
+    if (m_calibration->isEscapeSeq())
+        readSessionsBack();
+    return true;
 }
 
 /// From a screen that was unplugged: a window manager may leave no more of the window than an edge.
@@ -263,10 +271,8 @@ void Kelmoran::runTest(std::size_t sessionIndex, QLineEdit *field, Go go)
         m_newPatient->activateWindow();
         return;
     }
-    if (m_calibration->isNewPatient() && !registerPatient()) // a moment ago: the test is theirs
+    if (!catchUp()) // a registration or a test broken off a moment ago comes first
         return;
-    if (m_calibration->isEscapeSeq()) // a test broken off a moment ago: its number comes first
-        readSessionsBack();
     if (!sessionStore().unread.isEmpty()) // perhaps the disk is back
         toCob_patientName(0);
     int &number = sessionStore().sessionNb.at(sessionIndex);

@@ -96,6 +96,7 @@ private:
     void runVision(std::size_t sessionIndex, QLineEdit *field, int mode);
 
     // The mailboxes.
+    bool catchUp();
     void showAssessor();
     void readSessionsBack();
 

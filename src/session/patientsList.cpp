@@ -120,6 +120,14 @@ QString eachLine(Take take)
     return {};
 }
 
+/// What a disk refuses once it may give the second time.
+template <typename Look>
+QString twice(Look look)
+{
+    const QString error = look();
+    return error.isEmpty() ? error : look();
+}
+
 /// Where the last patient's line ends: at the first empty line or at the end of the list.
 qsizetype endOfPatients(const QByteArray &list)
 {
@@ -244,7 +252,7 @@ std::optional<QList<QStringList>> read()
             return true;
         });
     };
-    if (!readAll().isEmpty() && !readAll().isEmpty()) // a disk that fails may do so only once
+    if (!twice(readAll).isEmpty())
         return std::nullopt;
     return patients;
 }
@@ -261,12 +269,10 @@ QStringList find(const QString &patientKey)
             return false;
         });
     };
-    if (!look().isEmpty()) { // a disk that fails may do so only once
-        const QString error = look();
-        SessionStore &store = sessionStore();
-        if (!error.isEmpty() && patientKey == store.patientName)
-            store.unread = error;
-    }
+    const QString error = twice(look);
+    SessionStore &store = sessionStore();
+    if (!error.isEmpty() && patientKey == store.patientName)
+        store.unread = error;
     return fields;
 }
 
